@@ -1,0 +1,28 @@
+// The entity layer of the DXF store: one entity as its type and its tags, with the sub-entities that
+// follow it in the file (the VERTEX records and SEQEND of a POLYLINE, the ATTRIBs and SEQEND of an INSERT).
+#pragma once
+
+#include "host/dxf/TagList.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dxf {
+
+struct Entity {
+  std::string type;              // the text of the entity's 0 tag: "LINE", "LWPOLYLINE", ...
+  TagList tags;                  // every tag after the 0 tag up to the next 0 tag
+  std::vector<Entity> children;  // VERTEX / ATTRIB entities and the closing SEQEND, in file order
+  std::string_view source;       // the entity's bytes as read (0 tag to the end of its last child);
+                                 // written back as they stand while nothing in the entity changed
+
+  bool modified() const {
+    if (tags.modified()) return true;
+    for (const Entity& c : children)
+      if (c.modified()) return true;
+    return false;
+  }
+};
+
+}  // namespace dxf
