@@ -1,0 +1,112 @@
+// Reading numbers and points out of an entity's tags and planning the changes to them, so that an entity is
+// only written once every value it needs has been read and found usable.
+#pragma once
+
+#include "host/dxf/TagList.h"
+#include "host/dxf/TransformGeometry.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace dxf::xform {
+
+inline constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+// Changes to one or more tag lists, carried out together by apply().
+class Edits {
+ public:
+  void set(TagList& tags, std::size_t i, double value) { ops_.push_back({&tags, i, 0, value, false, 0}); }
+  // Puts a new tag in front of index `before`; tags inserted at the same place keep their planned order.
+  void insert(TagList& tags, std::size_t before, int code, double value) {
+    ops_.push_back({&tags, before, code, value, true, static_cast<std::uint32_t>(ops_.size())});
+  }
+  // Writes the point whose x tag is at `x`; a point written without z (old files may leave it out) gets
+  // its z tag when it leaves the XY plane.
+  void setPoint(TagList& tags, std::size_t x, const Vec3& p, bool hasZ) {
+    set(tags, x, p.x);
+    set(tags, x + 1, p.y);
+    if (hasZ)
+      set(tags, x + 2, p.z);
+    else if (p.z != 0.0)
+      insert(tags, x + 2, tags.code(x) + 20, p.z);
+  }
+  // Writes x and y only: vertices of lightweight polylines and hatch boundaries carry no z of their own.
+  void setPoint2d(TagList& tags, std::size_t x, const Vec3& p) {
+    set(tags, x, p.x);
+    set(tags, x + 1, p.y);
+  }
+  void insertPoint(TagList& tags, std::size_t before, int code, const Vec3& p) {
+    insert(tags, before, code, p.x);
+    insert(tags, before, code + 10, p.y);
+    insert(tags, before, code + 20, p.z);
+  }
+
+  void apply();
+  void clear() { ops_.clear(); }
+
+ private:
+  struct Op {
+    TagList* tags;
+    std::size_t index;
+    int code;
+    double value;
+    bool insert;
+    std::uint32_t order;
+  };
+  std::vector<Op> ops_;
+};
+
+// The first index of each group code below 300 in the main data of an entity: the tags before its embedded
+// object (101) and its extended data (1001 and up).
+class CodeIndex {
+ public:
+  static constexpr int kCodes = 300;
+  explicit CodeIndex(const TagList& tags, std::size_t from = 0);
+  std::size_t operator[](int code) const {
+    return code >= 0 && code < kCodes && first_[static_cast<std::size_t>(code)] != kUnset
+               ? first_[static_cast<std::size_t>(code)]
+               : kNone;
+  }
+  bool has(int code) const { return (*this)[code] != kNone; }
+  std::size_t end() const { return end_; }  // one past the main data
+
+ private:
+  static constexpr std::uint32_t kUnset = 0xffffffffu;
+  std::array<std::uint32_t, kCodes> first_;
+  std::size_t end_ = 0;
+};
+
+bool readNumber(const TagList& tags, std::size_t i, double& out);
+
+// Whether the point whose x tag sits at `x` has its z tag.
+inline bool pointHasZ(const TagList& tags, std::size_t x) {
+  return x + 2 < tags.size() && tags.code(x + 2) == tags.code(x) + 20;
+}
+
+// Reads the point whose x tag sits at `x`: the y tag must follow; a z tag after it is optional (zDefault).
+bool readPoint(const TagList& tags, std::size_t x, Vec3& out, bool& hasZ, double zDefault = 0.0);
+
+// Reads an optional value: `fallback` when the tag is absent (index kNone), false when it is not a number.
+bool readOptional(const TagList& tags, std::size_t i, double fallback, double& out);
+// Reads an optional direction such as the extrusion: `fallback` when absent.
+bool readOptionalVector(const TagList& tags, std::size_t x, const Vec3& fallback, Vec3& out);
+
+// Index one past the section (subclass, embedded object or end of main data) that holds tag `anchor`; new tags
+// belonging to that section are inserted there.
+std::size_t sectionEnd(const TagList& tags, std::size_t anchor);
+
+// Index where the entity's extended data starts (tags.size() when there is none).
+std::size_t xdataStart(const TagList& tags);
+
+// Plans the transformation of world positions, displacements, directions, distances and scale factors that
+// applications keep in the extended data.
+bool planXdata(TagList& tags, const Affine& m, const MatrixKind& kind, Edits& edits);
+
+// Writes the entity's new extrusion: into its 210 tags when it has them, else as new tags at `insertAt`
+// when the plane is no longer the world XY plane.
+void planExtrusion(TagList& tags, std::size_t extrusionIndex, std::size_t insertAt, const Vec3& extrusion,
+                   Edits& edits);
+
+}  // namespace dxf::xform
