@@ -16,6 +16,7 @@
 
 #include "host/dxf/Entity.h"
 #include "host/dxf/Tables.h"
+#include "host/dxf/TagReader.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -26,9 +27,6 @@
 #include <vector>
 
 namespace dxf {
-
-inline constexpr std::size_t kMaxLineLength = 8192;
-inline constexpr std::size_t kMaxFileSize = std::size_t{1} << 31;  // offsets into the buffer are 32-bit
 
 // The versions read and written, oldest first; the file names them in $ACADVER.
 enum class Version { R12, R13, R14, R2000, R2004, R2007, R2010, R2013, R2018 };

@@ -2,10 +2,16 @@
 //
 // Values are kept as the text they had in the file, so that a value nobody touched is written back byte
 // for byte. A number that is changed is stored as the shortest text that reads back to the same double.
+//
+// A drawing has millions of tags, so a tag is stored in 12 bytes: its value as an offset and length into
+// the file buffer (or into the list's own text store once the program set it), its code, and the length
+// of its code line, which in the file stands right before the value line.
 #pragma once
 
 #include <cstddef>
-#include <forward_list>
+#include <cstdint>
+#include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,14 +32,51 @@ class TagList {
   TagList& operator=(const TagList& other);
   TagList(TagList&&) noexcept = default;
   TagList& operator=(TagList&&) noexcept = default;
+  ~TagList() = default;
+
+  // Walks the tags in order; the Tag seen through an iterator lives as long as the iterator.
+  class const_iterator {
+   public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = Tag;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Tag*;
+    using reference = const Tag&;
+
+    const_iterator() = default;
+    const_iterator(const TagList* list, std::size_t i) : list_(list), i_(i) {}
+    const Tag& operator*() const {
+      current_ = (*list_)[i_];
+      return current_;
+    }
+    const Tag* operator->() const { return &**this; }
+    const_iterator& operator++() {
+      ++i_;
+      return *this;
+    }
+    const_iterator operator++(int) {
+      const_iterator old = *this;
+      ++i_;
+      return old;
+    }
+    bool operator==(const const_iterator& o) const { return i_ == o.i_; }
+
+   private:
+    const TagList* list_ = nullptr;
+    std::size_t i_ = 0;
+    mutable Tag current_;
+  };
 
   std::size_t size() const { return tags_.size(); }
   bool empty() const { return tags_.empty(); }
-  const Tag& operator[](std::size_t i) const { return tags_[i]; }
+  // The tag by value: its views point into the file buffer or into this list's text store, and stay
+  // valid until this list is next changed.
+  Tag operator[](std::size_t i) const { return Tag{tags_[i].code, codeText(i), text(i)}; }
   int code(std::size_t i) const { return tags_[i].code; }
-  std::string_view text(std::size_t i) const { return tags_[i].text; }
-  auto begin() const { return tags_.begin(); }
-  auto end() const { return tags_.end(); }
+  std::string_view text(std::size_t i) const;
+  std::string_view codeText(std::size_t i) const;
+  const_iterator begin() const { return const_iterator(this, 0); }
+  const_iterator end() const { return const_iterator(this, tags_.size()); }
 
   // The value read as a number; nothing when the text is not one.
   std::optional<double> number(std::size_t i) const;
@@ -42,11 +85,13 @@ class TagList {
   // Index of the first tag with this code at or after `from`.
   std::optional<std::size_t> find(int code, std::size_t from = 0) const;
 
-  // Appends a tag whose texts live elsewhere (the document's file buffer): used by the reader.
-  void appendRaw(int code, std::string_view codeText, std::string_view text) {
-    tags_.push_back(Tag{code, codeText, text});
-  }
+  // Appends a tag whose texts live elsewhere (the document's file buffer), which must outlive the list:
+  // used by the reader.
+  void appendRaw(int code, std::string_view codeText, std::string_view text);
   void reserve(std::size_t n) { tags_.reserve(n); }
+
+  // Appends a tag made by the program; its text is kept by the list.
+  void append(int code, std::string_view text) { insert(tags_.size(), code, std::string(text)); }
 
   void setNumber(std::size_t i, double value);
   void setInteger(std::size_t i, long long value);
@@ -59,10 +104,23 @@ class TagList {
   bool modified() const { return modified_; }
 
  private:
-  std::string_view own(std::string text);
+  // Offsets relative to base_ (file texts) or into own_ (program texts, kOwned set). A changed tag keeps its
+  // code line in own_ right before the value.
+  struct Packed {
+    std::int32_t offset;
+    std::uint32_t length;
+    std::int16_t code;
+    std::uint8_t codeLength;  // 0: no code line kept
+    std::uint8_t flags;       // kOwned, kCrLf (the code line ends in CR LF)
+  };
+  static constexpr std::uint8_t kOwned = 1;
+  static constexpr std::uint8_t kCrLf = 2;
 
-  std::vector<Tag> tags_;
-  std::forward_list<std::string> owned_;  // texts made by the program; nodes never move
+  Packed packOwned(int code, std::string_view text);
+
+  std::vector<Packed> tags_;
+  const char* base_ = nullptr;
+  std::unique_ptr<std::string> own_;  // texts made by the program, one after the other
   bool modified_ = false;
 };
 

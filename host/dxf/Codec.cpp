@@ -1,0 +1,152 @@
+#include "host/dxf/Codec.h"
+
+#include "host/dxf/CodePages.h"
+
+#include <cctype>
+#include <charconv>
+
+namespace dxf {
+
+namespace {
+
+void appendUtf8(std::string& out, char32_t c) {
+  if (c < 0x80) {
+    out += static_cast<char>(c);
+  } else if (c < 0x800) {
+    out += static_cast<char>(0xC0 | (c >> 6));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  } else if (c < 0x10000) {
+    out += static_cast<char>(0xE0 | (c >> 12));
+    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  } else {
+    out += static_cast<char>(0xF0 | (c >> 18));
+    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  }
+}
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+// One character of UTF-8 at `i`, which moves past it; a broken sequence gives U+FFFD and moves one byte.
+char32_t nextUtf8(std::string_view s, std::size_t& i) {
+  const auto b = static_cast<unsigned char>(s[i]);
+  int extra = 0;
+  char32_t c = 0;
+  if (b < 0x80) {
+    ++i;
+    return b;
+  } else if ((b & 0xE0) == 0xC0) {
+    extra = 1;
+    c = b & 0x1F;
+  } else if ((b & 0xF0) == 0xE0) {
+    extra = 2;
+    c = b & 0x0F;
+  } else if ((b & 0xF8) == 0xF0) {
+    extra = 3;
+    c = b & 0x07;
+  } else {
+    ++i;
+    return kReplacement;
+  }
+  if (i + static_cast<std::size_t>(extra) >= s.size()) {
+    ++i;
+    return kReplacement;
+  }
+  for (int k = 1; k <= extra; ++k) {
+    const auto cb = static_cast<unsigned char>(s[i + static_cast<std::size_t>(k)]);
+    if ((cb & 0xC0) != 0x80) {
+      ++i;
+      return kReplacement;
+    }
+    c = (c << 6) | (cb & 0x3F);
+  }
+  constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
+  if (c < kSmallest[extra] || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
+    ++i;
+    return kReplacement;
+  }
+  i += static_cast<std::size_t>(extra) + 1;
+  return c;
+}
+
+// "\U+XXXX" at `i`: the character, or nothing when the text there is no such escape.
+bool unicodeEscape(std::string_view s, std::size_t i, char32_t& c) {
+  if (i + 7 > s.size() || s[i] != '\\' || (s[i + 1] != 'U' && s[i + 1] != 'u') || s[i + 2] != '+') return false;
+  unsigned value = 0;
+  const char* first = s.data() + i + 3;
+  auto [end, ec] = std::from_chars(first, first + 4, value, 16);
+  if (ec != std::errc() || end != first + 4) return false;
+  c = value;
+  return true;
+}
+
+void appendEscape(std::string& out, char32_t c) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  out += "\\U+";
+  for (int shift = 12; shift >= 0; shift -= 4) out += kHex[(c >> shift) & 0xF];
+}
+
+}  // namespace
+
+Codec Codec::codePage(std::string_view dwgCodePage) {
+  // "ANSI_1252", case as the writer liked it.
+  std::size_t digits = dwgCodePage.size();
+  while (digits > 0 && std::isdigit(static_cast<unsigned char>(dwgCodePage[digits - 1]))) --digits;
+  int number = 0;
+  std::from_chars(dwgCodePage.data() + digits, dwgCodePage.data() + dwgCodePage.size(), number);
+  const std::uint16_t* table = codePageTable(number);
+  return Codec(table ? table : codePageTable(1252));
+}
+
+std::string Codec::decode(std::string_view raw) const {
+  std::string out;
+  out.reserve(raw.size());
+  std::size_t i = 0;
+  while (i < raw.size()) {
+    char32_t c = 0;
+    if (raw[i] == '\\' && unicodeEscape(raw, i, c)) {
+      appendUtf8(out, c);
+      i += 7;
+    } else if (table_ == nullptr) {
+      appendUtf8(out, nextUtf8(raw, i));
+    } else {
+      const auto b = static_cast<unsigned char>(raw[i++]);
+      // Bytes a code page leaves undefined pass as the control character of the same number.
+      appendUtf8(out, b < 0x80 ? b : (table_[b - 0x80] ? table_[b - 0x80] : b));
+    }
+  }
+  return out;
+}
+
+std::string Codec::encode(std::string_view utf8) const {
+  std::string out;
+  out.reserve(utf8.size());
+  std::size_t i = 0;
+  while (i < utf8.size()) {
+    const char32_t c = nextUtf8(utf8, i);
+    if (c < 0x80) {
+      out += static_cast<char>(c);
+    } else if (table_ == nullptr) {
+      appendUtf8(out, c);
+    } else {
+      bool found = false;
+      for (int k = 0; k < 128 && !found; ++k) {
+        if (table_[k] == c) {
+          out += static_cast<char>(0x80 + k);
+          found = true;
+        }
+      }
+      if (!found) {
+        if (c <= 0xFFFF)
+          appendEscape(out, c);
+        else
+          out += '?';
+      }
+    }
+  }
+  return out;
+}
+
+}  // namespace dxf

@@ -1,0 +1,486 @@
+#include "host/dxf/Document.h"
+
+#include "host/dxf/AtomicFile.h"
+#include "host/dxf/Codec.h"
+#include "host/dxf/EntityWriter.h"
+#include "host/dxf/Sections.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <fstream>
+
+namespace dxf {
+
+namespace {
+
+struct VersionName {
+  std::string_view code;
+  Version version;
+};
+
+constexpr VersionName kVersions[] = {
+    {"AC1009", Version::R12},   {"AC1012", Version::R13},   {"AC1014", Version::R14},
+    {"AC1015", Version::R2000}, {"AC1018", Version::R2004}, {"AC1021", Version::R2007},
+    {"AC1024", Version::R2010}, {"AC1027", Version::R2013}, {"AC1032", Version::R2018},
+};
+
+char lower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+
+// Names of layers, linetypes and blocks compare without regard to the case of ASCII letters.
+bool sameName(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (lower(a[i]) != lower(b[i])) return false;
+  return true;
+}
+
+bool startsWithName(std::string_view s, std::string_view prefix) {
+  return s.size() >= prefix.size() && sameName(s.substr(0, prefix.size()), prefix);
+}
+
+std::optional<unsigned long long> parseHandle(std::string_view text) {
+  text = trimmedText(text);
+  unsigned long long v = 0;
+  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), v, 16);
+  if (ec != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
+  return v;
+}
+
+std::string formatHandle(unsigned long long h) {
+  char buf[32];
+  auto [end, ec] = std::to_chars(buf, buf + sizeof buf, h, 16);
+  std::string s(buf, end);
+  std::transform(s.begin(), s.end(), s.begin(), [](char c) { return c >= 'a' && c <= 'f' ? char(c - 32) : c; });
+  return s;
+}
+
+bool isLayoutName(std::string_view name) {
+  return startsWithName(name, "*Model_Space") || startsWithName(name, "*Paper_Space") ||
+         startsWithName(name, "$Model_Space") || startsWithName(name, "$Paper_Space");
+}
+
+// Characters a CAD host does not allow in a symbol table name.
+bool validSymbolName(std::string_view name) {
+  return !name.empty() && name.find_first_of("<>/\\\":;?*|=`") == std::string_view::npos &&
+         std::none_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+}
+
+template <class F>
+void forEachRecord(const Entity& e, const F& f) {
+  f(e);
+  for (const Entity& c : e.children) forEachRecord(c, f);
+}
+
+}  // namespace
+
+struct Document::Impl {
+  std::string buffer;  // the file; every record of the drawing refers into it
+  Drawing drawing;
+  Codec codec = Codec::utf8();
+  std::string versionCode = "AC1009";
+  Section* header = nullptr;
+  Section* blocks = nullptr;
+  Section* entities = nullptr;
+  Table* layers = nullptr;
+  Table* linetypes = nullptr;
+  std::string modelSpaceOwner;            // handle of the *Model_Space block record (R13+)
+  std::vector<std::string> paperOwners;   // handles of the *Paper_Space* block records (R13+)
+  std::optional<unsigned long long> nextHandle;  // found on first use
+
+  void index();
+  Section& ensureEntities();
+  Section& ensureHeader();
+  unsigned long long highestHandle() const;
+};
+
+void Document::Impl::index() {
+  for (Section& s : drawing.sections) {
+    if (s.kind == SectionKind::Header && !header) header = &s;
+    if (s.kind == SectionKind::Blocks && !blocks) blocks = &s;
+    if (s.kind == SectionKind::Entities && !entities) entities = &s;
+    if (s.kind != SectionKind::Tables) continue;
+    for (Table& t : s.tables) {
+      if (t.name() == "LAYER" && !layers) layers = &t;
+      if (t.name() == "LTYPE" && !linetypes) linetypes = &t;
+      if (t.name() != "BLOCK_RECORD") continue;
+      for (const Entity& r : t.records) {
+        const std::string_view name = trimmedText(r.value(2));
+        const std::string handle(trimmedText(r.value(5)));
+        if (sameName(name, "*Model_Space"))
+          modelSpaceOwner = handle;
+        else if (startsWithName(name, "*Paper_Space"))
+          paperOwners.push_back(handle);
+      }
+    }
+  }
+}
+
+Section& Document::Impl::ensureHeader() {
+  if (header) return *header;
+  Section& s = drawing.sections.emplace_front();
+  s.kind = SectionKind::Header;
+  s.head = makeRecord("SECTION");
+  s.head.tags.append(2, "HEADER");
+  s.end = makeRecord("ENDSEC");
+  header = &s;
+  return s;
+}
+
+Section& Document::Impl::ensureEntities() {
+  if (entities) return *entities;
+  // Entities go before the sections that follow them in a drawing file.
+  auto at = std::find_if(drawing.sections.begin(), drawing.sections.end(), [](const Section& s) {
+    return s.name() == "OBJECTS" || s.name() == "THUMBNAILIMAGE" || s.name() == "ACDSDATA";
+  });
+  Section& s = *drawing.sections.emplace(at);
+  s.kind = SectionKind::Entities;
+  s.head = makeRecord("SECTION");
+  s.head.tags.append(2, "ENTITIES");
+  s.end = makeRecord("ENDSEC");
+  entities = &s;
+  return s;
+}
+
+unsigned long long Document::Impl::highestHandle() const {
+  unsigned long long highest = 0;
+  auto see = [&highest](const Entity& e) {
+    for (std::size_t i = 0; i < e.tags.size(); ++i) {
+      const int code = e.tags.code(i);
+      if (code == 5 || code == 105) {
+        if (auto h = parseHandle(e.tags.text(i))) highest = std::max(highest, *h);
+        break;
+      }
+    }
+  };
+  for (const Section& s : drawing.sections) {
+    for (const Entity& e : s.records) forEachRecord(e, see);
+    for (const Table& t : s.tables) {
+      see(t.head);
+      for (const Entity& e : t.records) see(e);
+    }
+    for (const Block& b : s.blocks) {
+      see(b.begin);
+      for (const Entity& e : b.entities) forEachRecord(e, see);
+      see(b.end);
+    }
+  }
+  return highest;
+}
+
+Document::Document() : impl_(std::make_unique<Impl>()) {}
+Document::~Document() = default;
+
+std::unique_ptr<Document> Document::load(const std::filesystem::path& path, std::string& error) {
+  const std::string name = path.string();
+  std::error_code ec;
+  if (std::filesystem::is_directory(path, ec)) {
+    error = name + ": is a directory, not a DXF file";
+    return nullptr;
+  }
+  std::ifstream in(path, std::ios::binary);
+  if (!in) {
+    error = name + ": cannot be opened: " + std::strerror(errno);
+    return nullptr;
+  }
+  in.seekg(0, std::ios::end);
+  const std::streamoff size = in.tellg();
+  in.seekg(0, std::ios::beg);
+  if (size < 0) {
+    error = name + ": cannot be read";
+    return nullptr;
+  }
+  if (static_cast<std::size_t>(size) > kMaxFileSize) {
+    error = name + ": is larger than the " + std::to_string(kMaxFileSize >> 20) + " MiB a drawing may have";
+    return nullptr;
+  }
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  if (!in.read(bytes.data(), size)) {
+    error = name + ": cannot be read";
+    return nullptr;
+  }
+  return parse(std::move(bytes), name, error);
+}
+
+std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view name, std::string& error) {
+  const std::string prefix = std::string(name) + ": ";
+  if (auto why = refuseFormat(bytes)) {
+    error = prefix + *why;
+    return nullptr;
+  }
+  if (bytes.size() > kMaxFileSize) {
+    error = prefix + "is larger than a drawing may be";
+    return nullptr;
+  }
+  std::unique_ptr<Document> doc(new Document());
+  Impl& d = *doc->impl_;
+  d.buffer = std::move(bytes);  // from here on the buffer never moves: the records point into it
+  const std::string_view buffer = d.buffer;
+  const std::size_t from = buffer.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
+  TagReader reader(buffer, from);
+  if (!readDrawing(reader, buffer, d.drawing)) {
+    if (d.drawing.sections.empty())
+      error = prefix + "not a DXF file (" + reader.error() + ")";
+    else
+      error = prefix + reader.error();
+    return nullptr;
+  }
+  d.index();
+
+  if (auto code = doc->rawHeader("$ACADVER")) d.versionCode = std::string(trimmedText(*code));
+  const auto known = std::find_if(std::begin(kVersions), std::end(kVersions),
+                                  [&](const VersionName& v) { return v.code == d.versionCode; });
+  if (known == std::end(kVersions)) {
+    error = prefix + "DXF version \"" + d.versionCode.substr(0, 40) +
+            "\" cannot be read; R12 (AC1009) to R2018 (AC1032) can";
+    return nullptr;
+  }
+  doc->version_ = known->version;
+  if (doc->version_ < Version::R2007)
+    d.codec = Codec::codePage(doc->rawHeader("$DWGCODEPAGE").value_or("ANSI_1252"));
+  return doc;
+}
+
+std::string Document::bytes() const {
+  Sink out;
+  out.buffer().reserve(impl_->buffer.size() + impl_->buffer.size() / 8);
+  writeDrawing(out, impl_->drawing);
+  return std::move(out.buffer());
+}
+
+bool Document::save(const std::filesystem::path& path, std::string& error) const {
+  return replaceFileAtomically(
+      path,
+      [this](int fd) {
+        Sink out(fd);
+        writeDrawing(out, impl_->drawing);
+        out.flush();
+        return out.errorNumber();
+      },
+      error);
+}
+
+std::string_view Document::versionCode() const { return impl_->versionCode; }
+
+bool Document::hasHandles() const { return version_ >= Version::R13 || rawHeader("$HANDSEED").has_value(); }
+
+std::string Document::decode(std::string_view raw) const { return impl_->codec.decode(raw); }
+std::string Document::encode(std::string_view utf8) const { return impl_->codec.encode(utf8); }
+
+std::optional<std::string_view> Document::rawHeader(std::string_view name) const {
+  if (!impl_->header) return std::nullopt;
+  const TagList& tags = impl_->header->head.tags;
+  const auto i = findHeaderVariable(tags, name);
+  if (!i || *i + 1 >= tags.size() || tags.code(*i + 1) == 9) return std::nullopt;
+  return tags.text(*i + 1);
+}
+
+void Document::setRawHeader(std::string_view name, int code, std::string_view text) {
+  TagList& tags = impl_->ensureHeader().head.tags;
+  const auto i = findHeaderVariable(tags, name);
+  if (!i) {
+    tags.append(9, name);
+    tags.append(code, text);
+  } else if (*i + 1 >= tags.size() || tags.code(*i + 1) == 9) {
+    tags.insert(*i + 1, code, std::string(text));
+  } else if (tags.text(*i + 1) != text) {
+    tags.setText(*i + 1, std::string(text));
+  }
+}
+
+std::optional<std::string> Document::headerText(std::string_view name) const {
+  if (auto raw = rawHeader(name)) return decode(*raw);
+  return std::nullopt;
+}
+
+void Document::setHeaderText(std::string_view name, std::string_view utf8, int code) {
+  setRawHeader(name, code, encode(utf8));
+}
+
+std::size_t Document::layerCount() const { return impl_->layers ? impl_->layers->records.size() : 0; }
+
+LayerRecord Document::layer(std::size_t i) const { return LayerRecord(impl_->layers->records.at(i)); }
+
+std::string Document::layerName(const LayerRecord& layer) const { return decode(layer.rawName()); }
+
+std::optional<LayerRecord> Document::findLayer(std::string_view utf8Name) const {
+  if (!impl_->layers) return std::nullopt;
+  for (Entity& r : impl_->layers->records)
+    if (r.type == "LAYER" && sameName(decode(r.value(2)), utf8Name)) return LayerRecord(r);
+  return std::nullopt;
+}
+
+std::optional<LinetypeRecord> Document::findLinetype(std::string_view utf8Name) const {
+  if (!impl_->linetypes) return std::nullopt;
+  for (Entity& r : impl_->linetypes->records)
+    if (r.type == "LTYPE" && sameName(decode(r.value(2)), utf8Name)) return LinetypeRecord(r);
+  return std::nullopt;
+}
+
+std::optional<LayerRecord> Document::addLayer(std::string_view utf8Name, int color, std::string_view utf8Linetype,
+                                              std::string& error) {
+  Table* table = impl_->layers;
+  if (!table) {
+    error = "the drawing has no LAYER table";
+    return std::nullopt;
+  }
+  if (!validSymbolName(utf8Name)) {
+    error = "\"" + std::string(utf8Name) + "\" is not a valid layer name";
+    return std::nullopt;
+  }
+  if (findLayer(utf8Name)) {
+    error = "the layer \"" + std::string(utf8Name) + "\" exists already";
+    return std::nullopt;
+  }
+  std::string linetype = "CONTINUOUS";
+  if (auto lt = findLinetype(utf8Linetype.empty() ? std::string_view("CONTINUOUS") : utf8Linetype)) {
+    linetype = std::string(lt->rawName());
+  } else if (!utf8Linetype.empty()) {
+    error = "the linetype \"" + std::string(utf8Linetype) + "\" does not exist";
+    return std::nullopt;
+  }
+  if (color == 0 || color < -255 || color > 255) color = 7;
+
+  // The new record copies the shape of layer "0", which the file's writer made right for its version
+  // (subclass markers, line weight, plot style); its own data, reactors and extended data stay behind.
+  const std::optional<LayerRecord> zero = findLayer("0");
+  const bool handles = hasHandles();
+  Entity& e = table->records.emplace_back();
+  e.type = "LAYER";
+  TagList& tags = e.tags;
+  bool named = false;
+  if (zero) {
+    const TagList& model = zero->record().tags;
+    for (std::size_t i = 0; i < model.size(); ++i) {
+      const int code = model.code(i);
+      if (code == 102) {  // skip the {ACAD_REACTORS ... } and {ACAD_XDICTIONARY ... } groups
+        while (i + 1 < model.size() && !(model.code(i + 1) == 102 && trimmedText(model.text(i + 1)) == "}")) ++i;
+        ++i;
+        continue;
+      }
+      if (code == 360 || code >= 1000) continue;
+      if (code == 5) {
+        if (handles) tags.append(5, newHandle());
+      } else if (code == 330) {
+        tags.append(330, table->handle().empty() ? model.text(i) : table->handle());
+      } else if (code == 2) {
+        tags.append(2, encode(utf8Name));
+        named = true;
+      } else if (code == 70) {
+        tags.append(70, "0");
+      } else if (code == 62) {
+        tags.append(62, std::to_string(std::abs(color)));
+      } else if (code == 6) {
+        tags.append(6, linetype);
+      } else {
+        tags.append(code, model.text(i));
+      }
+    }
+  }
+  if (!named) {
+    tags = TagList();
+    if (handles) tags.append(5, newHandle());
+    if (version_ >= Version::R13) {
+      if (!table->handle().empty()) tags.append(330, table->handle());
+      tags.append(100, "AcDbSymbolTableRecord");
+      tags.append(100, "AcDbLayerTableRecord");
+    }
+    tags.append(2, encode(utf8Name));
+    tags.append(70, "0");
+    tags.append(62, std::to_string(std::abs(color)));
+    tags.append(6, linetype);
+  }
+  if (!tags.find(62)) tags.append(62, std::to_string(std::abs(color)));
+  if (!tags.find(6)) tags.append(6, linetype);
+
+  // Keep the table's entry count in step where it states one.
+  if (auto count = table->head.tags.find(70)) {
+    const long long n = table->head.tags.integer(*count).value_or(0);
+    if (n < static_cast<long long>(table->records.size()))
+      table->head.tags.setInteger(*count, static_cast<long long>(table->records.size()));
+  }
+  return LayerRecord(e);
+}
+
+std::vector<BlockInfo> Document::blocks() const {
+  std::vector<BlockInfo> out;
+  if (!impl_->blocks) return out;
+  for (const Block& b : impl_->blocks->blocks) {
+    const std::string_view raw = b.begin.value(2);
+    out.push_back(BlockInfo{decode(raw), trimmedText(b.begin.value(5)), isLayoutName(trimmedText(raw))});
+  }
+  return out;
+}
+
+namespace {
+
+bool inPaperSpace(const Entity& e, Version version, const std::vector<std::string>& paperOwners) {
+  if (trimmedText(e.value(67)) == "1") return true;
+  if (version < Version::R13 || paperOwners.empty()) return false;
+  const std::string_view owner = trimmedText(e.value(330));
+  return std::find(paperOwners.begin(), paperOwners.end(), owner) != paperOwners.end();
+}
+
+}  // namespace
+
+std::vector<Entity*> Document::modelSpace() const {
+  std::vector<Entity*> out;
+  if (!impl_->entities) return out;
+  out.reserve(impl_->entities->records.size());
+  for (Entity& e : impl_->entities->records)
+    if (!e.erased && !inPaperSpace(e, version_, impl_->paperOwners)) out.push_back(&e);
+  return out;
+}
+
+std::vector<Entity*> Document::paperSpace() const {
+  std::vector<Entity*> out;
+  if (!impl_->entities) return out;
+  for (Entity& e : impl_->entities->records)
+    if (!e.erased && inPaperSpace(e, version_, impl_->paperOwners)) out.push_back(&e);
+  return out;
+}
+
+std::string_view Document::handleOf(const Entity& entity) { return trimmedText(entity.value(5)); }
+
+std::string Document::layerOf(const Entity& entity) const { return decode(entity.value(8, "0")); }
+
+Entity& Document::appendToModelSpace(std::string_view type, TagList tags) {
+  const bool handles = hasHandles();
+  const bool subclasses = version_ >= Version::R13;
+  std::string handle = handles ? newHandle() : std::string();
+  Entity& e = impl_->ensureEntities().records.emplace_back();
+  e.type = std::string(type);
+  TagList& out = e.tags;
+  out.reserve(tags.size() + 4);
+  if (handles) out.append(5, handle);
+  if (subclasses) {
+    if (!impl_->modelSpaceOwner.empty()) out.append(330, impl_->modelSpaceOwner);
+    out.append(100, "AcDbEntity");
+  }
+  const std::size_t common = out.size();
+  for (std::size_t i = 0; i < tags.size(); ++i) {
+    const int code = tags.code(i);
+    const std::string_view text = tags.text(i);
+    if (code == 5 || code == 330) continue;
+    if (code == 100 && (!subclasses || trimmedText(text) == "AcDbEntity")) continue;
+    if (!subclasses && (code == 102 || code == 360)) continue;
+    out.append(code, text);
+  }
+  if (!out.find(8)) out.insert(common, 8, "0");  // every entity sits on a layer
+  return e;
+}
+
+void Document::erase(Entity& entity) { entity.erased = true; }
+
+std::string Document::newHandle() {
+  if (!impl_->nextHandle) {
+    const unsigned long long seed = parseHandle(rawHeader("$HANDSEED").value_or("")).value_or(1);
+    impl_->nextHandle = std::max(seed, impl_->highestHandle() + 1);
+  }
+  const unsigned long long handle = (*impl_->nextHandle)++;
+  setRawHeader("$HANDSEED", 5, formatHandle(*impl_->nextHandle));
+  return formatHandle(handle);
+}
+
+}  // namespace dxf

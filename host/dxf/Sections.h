@@ -1,0 +1,64 @@
+// The section layer of the DXF store: a drawing file as its sections in file order, each kept whole.
+// HEADER keeps its variables as the tags of the SECTION record; TABLES is split into tables, BLOCKS into
+// block definitions, ENTITIES into entities with their VERTEX/ATTRIB/SEQEND children; every other section
+// (CLASSES, OBJECTS, THUMBNAILIMAGE, ACDSDATA, anything unknown) is a plain run of records.
+#pragma once
+
+#include "host/dxf/Entity.h"
+#include "host/dxf/EntityWriter.h"
+#include "host/dxf/TagReader.h"
+#include "host/dxf/Tables.h"
+
+#include <deque>
+#include <list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace dxf {
+
+enum class SectionKind { Header, Tables, Blocks, Entities, Other };
+
+// One block definition: BLOCK, its entities, ENDBLK.
+struct Block {
+  Entity begin;                 // type "BLOCK"
+  std::deque<Entity> entities;  // a deque so that entities keep their address when one is added
+  Entity end;                   // type "ENDBLK"
+};
+
+struct Section {
+  SectionKind kind = SectionKind::Other;
+  Entity head;                 // 0 SECTION with its 2 name tag and whatever stands before the first record
+                               // (all of the header's variables, a thumbnail's data)
+  std::deque<Entity> records;  // ENTITIES and the plain sections
+  std::deque<Table> tables;    // TABLES
+  std::deque<Block> blocks;    // BLOCKS
+  Entity end;                  // type "ENDSEC"
+
+  std::string_view name() const;
+};
+
+// A drawing file: comments before the first section, the sections, the EOF record and whatever follows it.
+struct Drawing {
+  std::string_view preamble;  // a byte order mark and 999 comment tags before the first section
+  std::list<Section> sections;
+  Entity eof;
+  std::string_view tail;  // bytes after the EOF line
+  std::string eol = "\n";  // the line ending the file uses, for lines the program writes
+};
+
+// Reads the whole drawing; on failure the reader carries the message with its line number.
+bool readDrawing(TagReader& reader, std::string_view buffer, Drawing& drawing);
+
+void writeDrawing(Sink& out, const Drawing& drawing);
+
+// A structural record that the program makes: "0 ENDSEC", "0 SECTION / 2 HEADER".
+Entity makeRecord(std::string_view type);
+
+// Header variables: the index of the variable's 9 tag in the HEADER section's tags.
+std::optional<std::size_t> findHeaderVariable(const TagList& header, std::string_view name);
+
+// Blanks around a keyword line ("SECTION ") are tolerated where the file's structure is read.
+std::string_view trimmedText(std::string_view text);
+
+}  // namespace dxf

@@ -1,0 +1,153 @@
+#include "host/dxf/TagReader.h"
+
+#include "host/dxf/TagList.h"
+
+#include <cstring>
+
+namespace dxf {
+
+ValueKind valueKind(int code) {
+  if (code < 0) return ValueKind::Unknown;
+  if (code <= 9) return ValueKind::Text;
+  if (code <= 59) return ValueKind::Real;
+  if (code <= 79) return ValueKind::Integer;
+  if (code <= 89) return ValueKind::Unknown;
+  if (code <= 99) return ValueKind::Integer;
+  if (code <= 102 || code == 105) return ValueKind::Text;  // subclass marker, embedded object, control string
+  if (code <= 109) return ValueKind::Unknown;
+  if (code <= 149) return ValueKind::Real;
+  if (code <= 159) return ValueKind::Unknown;
+  if (code <= 179) return ValueKind::Integer;
+  if (code <= 209) return ValueKind::Unknown;
+  if (code <= 239) return ValueKind::Real;
+  if (code <= 269) return ValueKind::Unknown;
+  if (code <= 289) return ValueKind::Integer;
+  if (code <= 299) return ValueKind::Integer;  // booleans, written as 0 or 1
+  if (code <= 369) return ValueKind::Text;     // texts, binary chunks, handles
+  if (code <= 389) return ValueKind::Integer;
+  if (code <= 399) return ValueKind::Text;
+  if (code <= 409) return ValueKind::Integer;
+  if (code <= 419) return ValueKind::Text;
+  if (code <= 429) return ValueKind::Integer;
+  if (code <= 439) return ValueKind::Text;
+  if (code <= 459) return ValueKind::Integer;
+  if (code <= 469) return ValueKind::Real;
+  if (code <= 481) return ValueKind::Text;
+  if (code == 999) return ValueKind::Text;  // comment
+  if (code < 1000) return ValueKind::Unknown;
+  if (code <= 1009) return ValueKind::Text;
+  if (code <= 1059) return ValueKind::Real;
+  if (code <= 1071) return ValueKind::Integer;
+  return ValueKind::Unknown;
+}
+
+std::optional<std::string> refuseFormat(std::string_view bytes) {
+  if (bytes.empty()) return "the file is empty";
+  constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
+  if (bytes.substr(0, kBinarySentinel.size()) == kBinarySentinel)
+    return "this is a binary DXF file; only ASCII DXF can be read (save the drawing as ASCII DXF)";
+  if (bytes.size() >= 6 && bytes.substr(0, 4) == "AC10")
+    return "this is a DWG drawing, not DXF; export it as ASCII DXF";
+  if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos) return "the file is empty";
+  return std::nullopt;
+}
+
+TagReader::TagReader(std::string_view buffer, std::size_t from) : buffer_(buffer), pos_(from) {}
+
+void TagReader::fail(std::size_t line, std::string_view message) {
+  if (error_.empty()) error_ = "line " + std::to_string(line) + ": " + std::string(message);
+  ready_ = false;
+  pos_ = buffer_.size();
+}
+
+bool TagReader::nextLine(std::string_view& out) {
+  if (pos_ >= buffer_.size()) return false;
+  const char* begin = buffer_.data() + pos_;
+  const std::size_t left = buffer_.size() - pos_;
+  const void* nl = std::memchr(begin, '\n', left);
+  std::size_t length = nl ? static_cast<std::size_t>(static_cast<const char*>(nl) - begin) : left;
+  pos_ += nl ? length + 1 : length;
+  if (length > 0 && begin[length - 1] == '\r') --length;
+  out = {begin, length};
+  if (length > kMaxLineLength) {
+    fail(line_, "the line is longer than " + std::to_string(kMaxLineLength) + " bytes");
+    return false;
+  }
+  if (std::memchr(begin, '\0', length) != nullptr) {
+    fail(line_, "the line holds a NUL byte; this is not a text DXF file");
+    return false;
+  }
+  ++line_;
+  return true;
+}
+
+namespace {
+
+// Group codes are short integers, usually right-aligned in a field of three.
+std::optional<int> parseCode(std::string_view s) {
+  while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
+  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+  bool negative = false;
+  if (!s.empty() && s.front() == '-') {
+    negative = true;
+    s.remove_prefix(1);
+  }
+  if (s.empty() || s.size() > 6) return std::nullopt;
+  int v = 0;
+  for (char c : s) {
+    if (c < '0' || c > '9') return std::nullopt;
+    v = v * 10 + (c - '0');
+  }
+  return negative ? -v : v;
+}
+
+std::string quoted(std::string_view s) {
+  constexpr std::size_t kShown = 40;
+  std::string q = "\"";
+  q += s.substr(0, kShown);
+  if (s.size() > kShown) q += "...";
+  return q + "\"";
+}
+
+}  // namespace
+
+bool TagReader::read() {
+  RawTag t;
+  t.start = buffer_.data() + pos_;
+  t.line = line_;
+  if (!nextLine(t.codeText)) return false;
+  const std::optional<int> code = parseCode(t.codeText);
+  if (!code) {
+    fail(t.line, "group code " + quoted(t.codeText) + " is not a number");
+    return false;
+  }
+  t.code = *code;
+  const ValueKind kind = valueKind(t.code);
+  if (kind == ValueKind::Unknown) {
+    fail(t.line, "unknown group code " + std::to_string(t.code));
+    return false;
+  }
+  if (!nextLine(t.text)) {
+    if (!failed()) fail(t.line, "the file ends after group code " + std::to_string(t.code) + " without its value");
+    return false;
+  }
+  if (kind == ValueKind::Real && !parseNumber(t.text)) {
+    fail(t.line + 1, quoted(t.text) + " is not a number (group code " + std::to_string(t.code) + ")");
+    return false;
+  }
+  if (kind == ValueKind::Integer && !parseInteger(t.text)) {
+    fail(t.line + 1, quoted(t.text) + " is not an integer (group code " + std::to_string(t.code) + ")");
+    return false;
+  }
+  current_ = t;
+  return true;
+}
+
+const RawTag* TagReader::peek() {
+  if (ready_) return &current_;
+  if (failed() || pos_ >= buffer_.size()) return nullptr;
+  ready_ = read();
+  return ready_ ? &current_ : nullptr;
+}
+
+}  // namespace dxf
