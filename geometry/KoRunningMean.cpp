@@ -1,5 +1,7 @@
 #include "geometry/KoRunningMean.h"
 
+#include "points/KoPoint.h"
+
 void KoRunningMean::Set(double x0, double y0, double z0)
 {
     x = x0;
@@ -16,3 +18,5 @@ void KoRunningMean::Add(double px, double py, double pz)
     z = (n * z + pz) / (n + 1.0);
     count += 1;
 }
+
+void KoRunningMean::Add(const KoPoint& point) { Add(point.x, point.y, point.z); }
