@@ -1,0 +1,200 @@
+// The host's own rules around the transformation: refusal of unusable matrices and data without a trace,
+// survey-size numbers that keep every digit, and tags that must be added in the right place.
+#include "host/dxf/Transform.h"
+#include "tests/dxf_transform/Matrices.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <list>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace dxf {
+namespace {
+
+using testing::identity;
+using testing::operator*;
+using testing::rotation;
+using testing::scaling;
+using testing::shift;
+
+// Builds entities as the reader does: texts owned elsewhere, nothing marked as changed.
+class Builder {
+ public:
+  Entity make(std::string type, const std::vector<std::pair<int, std::string>>& tags) {
+    Entity e;
+    e.type = std::move(type);
+    for (const auto& [code, text] : tags) e.tags.appendRaw(code, {}, keep(text));
+    return e;
+  }
+
+ private:
+  std::string_view keep(const std::string& s) { return texts_.emplace_back(s); }
+  std::list<std::string> texts_;
+};
+
+std::string dump(const Entity& e) {
+  std::string s;
+  for (const Tag& t : e.tags) s.append(std::to_string(t.code)).append("=").append(t.text).append(" ");
+  for (const Entity& c : e.children) s += "| " + dump(c);
+  return s;
+}
+
+std::vector<int> codes(const Entity& e) {
+  std::vector<int> out;
+  for (const Tag& t : e.tags) out.push_back(t.code);
+  return out;
+}
+
+std::string text(const Entity& e, int code, int nth = 0) {
+  for (const Tag& t : e.tags)
+    if (t.code == code && nth-- == 0) return std::string(t.text);
+  return "<none>";
+}
+
+double number(const Entity& e, int code) { return std::stod(text(e, code)); }
+
+TEST(TransformRules, UnusableMatricesAndUnknownTypesLeaveTheEntityAlone) {
+  Builder b;
+  Entity line = b.make("LINE", {{8, "0"}, {10, "1.5"}, {20, "2.5"}, {30, "0.0"}, {11, "3"}, {21, "4"}, {31, "0"}});
+  const std::string before = dump(line);
+
+  Matrix44 nan = identity();
+  nan.m[1][3] = std::numeric_limits<double>::quiet_NaN();
+  Matrix44 perspective = identity();
+  perspective.m[3][2] = 0.5;
+  Matrix44 flat = scaling(1.0, 1.0, 0.0);  // squashes everything into a plane
+  for (const Matrix44& m : {nan, perspective, flat}) {
+    EXPECT_EQ(transformEntity(line, m), TransformStatus::InvalidData);
+    EXPECT_EQ(dump(line), before);
+    EXPECT_FALSE(line.modified());
+  }
+
+  Entity image = b.make("IMAGE", {{10, "1.0"}, {20, "2.0"}, {30, "0.0"}});
+  EXPECT_EQ(transformEntity(image, shift(1, 2, 3)), TransformStatus::NotSupported);
+  EXPECT_FALSE(image.modified());
+}
+
+TEST(TransformRules, GarbageAnywhereInTheEntityStopsItBeforeAnythingIsWritten) {
+  Builder b;
+  // The start point is fine; the end point is not a number: the start point must not move either.
+  Entity line = b.make("LINE", {{10, "1.0"}, {20, "2.0"}, {30, "0.0"}, {11, "3.0"}, {21, "x4"}, {31, "0.0"}});
+  EXPECT_EQ(transformEntity(line, shift(10, 0, 0)), TransformStatus::InvalidData);
+  EXPECT_FALSE(line.modified());
+
+  // A y coordinate that never comes.
+  Entity circle = b.make("CIRCLE", {{10, "1.0"}, {40, "2.0"}});
+  EXPECT_EQ(transformEntity(circle, shift(10, 0, 0)), TransformStatus::InvalidData);
+  EXPECT_FALSE(circle.modified());
+
+  // A block reference whose second attribute is broken keeps its own insertion point and its first attribute.
+  Entity ref = b.make("INSERT", {{66, "1"}, {2, "MARK"}, {10, "5.0"}, {20, "5.0"}, {30, "0.0"}});
+  ref.children.push_back(b.make("ATTRIB", {{10, "5.5"}, {20, "5.0"}, {30, "0.0"}, {40, "0.3"}, {1, "17"}}));
+  ref.children.push_back(b.make("ATTRIB", {{10, "5.5"}, {20, "nan"}, {30, "0.0"}, {40, "0.3"}, {1, "18"}}));
+  ref.children.push_back(b.make("SEQEND", {}));
+  EXPECT_EQ(transformEntity(ref, shift(10, 0, 0)), TransformStatus::InvalidData);
+  EXPECT_FALSE(ref.modified());
+
+  // Extended data is part of the entity too.
+  Entity point = b.make("POINT", {{10, "1.0"}, {20, "2.0"}, {30, "0.0"}, {1001, "APP"}, {1011, "1.0"}, {1021, "?"},
+                                  {1031, "0.0"}});
+  EXPECT_EQ(transformEntity(point, shift(10, 0, 0)), TransformStatus::InvalidData);
+  EXPECT_FALSE(point.modified());
+}
+
+TEST(TransformRules, SurveyCoordinatesKeepEveryDigit) {
+  Builder b;
+  Entity line = b.make("LINE", {{10, "2561234.567"}, {20, "5634012.345"}, {30, "312.25"}, {11, "2561299.001"},
+                                {21, "5634099.999"}, {31, "0.0"}});
+  ASSERT_EQ(transformEntity(line, shift(1000.0, -12.0, 0.5)), TransformStatus::Ok);
+  EXPECT_EQ(text(line, 10), "2562234.567");
+  EXPECT_EQ(text(line, 20), "5634000.345");
+  EXPECT_EQ(text(line, 30), "312.75");
+  EXPECT_EQ(text(line, 21), "5634087.999");
+
+  // A quarter turn written with exact zeros and ones swaps the coordinates without rounding them.
+  Matrix44 quarter = identity();
+  quarter.m[0][0] = 0.0;
+  quarter.m[0][1] = -1.0;
+  quarter.m[1][0] = 1.0;
+  quarter.m[1][1] = 0.0;
+  Entity arc = b.make("ARC", {{10, "2561234.567"}, {20, "5634012.345"}, {30, "0.0"}, {40, "12.5"}, {50, "10.0"},
+                              {51, "100.0"}});
+  ASSERT_EQ(transformEntity(arc, quarter), TransformStatus::Ok);
+  EXPECT_EQ(text(arc, 10), "-5634012.345");
+  EXPECT_EQ(text(arc, 20), "2561234.567");
+  EXPECT_EQ(text(arc, 40), "12.5");
+  EXPECT_DOUBLE_EQ(number(arc, 50), 100.0);
+  EXPECT_DOUBLE_EQ(number(arc, 51), -170.0);
+  EXPECT_EQ(codes(arc).size(), 6u);  // still in plan: no extrusion added
+}
+
+TEST(TransformRules, TagsThatBecomeNecessaryAreAddedWhereReadersLookForThem) {
+  Builder b;
+  const Matrix44 tilt = rotation(1, 0, 0, 90.0);
+
+  // The extrusion of an arc belongs to its circle data, ahead of the arc subclass with the angles.
+  Entity arc = b.make("ARC", {{100, "AcDbEntity"}, {8, "0"}, {100, "AcDbCircle"}, {10, "1.0"}, {20, "2.0"},
+                              {30, "0.0"}, {40, "3.0"}, {100, "AcDbArc"}, {50, "0.0"}, {51, "90.0"}});
+  ASSERT_EQ(transformEntity(arc, tilt), TransformStatus::Ok);
+  EXPECT_EQ(codes(arc), (std::vector<int>{100, 8, 100, 10, 20, 30, 40, 210, 220, 230, 100, 50, 51}));
+  EXPECT_NEAR(number(arc, 220), -1.0, 1e-15);
+
+  // Text: into the first text subclass, not after the alignment subclass.
+  Entity txt = b.make("TEXT", {{100, "AcDbEntity"}, {100, "AcDbText"}, {10, "1.0"}, {20, "2.0"}, {30, "0.0"},
+                               {40, "0.5"}, {1, "P1"}, {100, "AcDbText"}, {73, "0"}});
+  ASSERT_EQ(transformEntity(txt, tilt), TransformStatus::Ok);
+  EXPECT_EQ(codes(txt), (std::vector<int>{100, 100, 10, 20, 30, 40, 1, 210, 220, 230, 100, 73}));
+
+  // A line from an old file without z values that is lifted gets its z right behind its y.
+  Entity line = b.make("LINE", {{8, "0"}, {10, "1.0"}, {20, "2.0"}, {11, "3.0"}, {21, "4.0"}});
+  ASSERT_EQ(transformEntity(line, shift(0, 0, 5)), TransformStatus::Ok);
+  EXPECT_EQ(codes(line), (std::vector<int>{8, 10, 20, 30, 11, 21, 31}));
+  EXPECT_EQ(text(line, 31), "5.0");
+
+  // A block reference turned and scaled gains the scale and rotation it left out as defaults; extended data
+  // after it stays last.
+  Entity ref = b.make("INSERT", {{2, "MARK"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {1001, "APP"}, {1041, "2.0"}});
+  ASSERT_EQ(transformEntity(ref, rotation(0, 0, 1, 30.0) * scaling(2, 2, 2)), TransformStatus::Ok);
+  EXPECT_EQ(codes(ref), (std::vector<int>{2, 10, 20, 30, 41, 42, 43, 50, 1001, 1041}));
+  EXPECT_DOUBLE_EQ(number(ref, 41), 2.0);
+  EXPECT_NEAR(number(ref, 50), 30.0, 1e-12);
+  EXPECT_DOUBLE_EQ(number(ref, 1041), 4.0);
+}
+
+TEST(TransformRules, MirroredBlockShowsANegativeYScaleAndKeepsItsPlane) {
+  Builder b;
+  Entity ref = b.make("INSERT", {{2, "MARK"}, {10, "1.0"}, {20, "2.0"}, {30, "0.0"}, {41, "2.0"}, {42, "2.0"},
+                                 {43, "2.0"}});
+  ASSERT_EQ(transformEntity(ref, scaling(-1, 1, 1)), TransformStatus::Ok);
+  EXPECT_EQ(text(ref, 10), "-1.0");
+  EXPECT_EQ(text(ref, 42), "-2.0");
+  EXPECT_NEAR(std::fabs(number(ref, 50)), 180.0, 1e-12);
+  EXPECT_EQ(text(ref, 210), "<none>");
+}
+
+TEST(TransformRules, HatchArcsRunningClockwiseTurnWithTheirMirroredAngles) {
+  Builder b;
+  // One clockwise quarter arc about (0, 0), radius 2, stored with mirrored angles 0..90 (it runs from 0 to
+  // -90 degrees). Turned by 90 degrees it runs from 90 to 0, stored as 270..360.
+  Entity hatch = b.make("HATCH", {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {210, "0.0"}, {220, "0.0"}, {230, "1.0"},
+                                  {2, "SOLID"}, {70, "1"}, {71, "0"}, {91, "1"}, {92, "1"}, {93, "1"}, {72, "2"},
+                                  {10, "0.0"}, {20, "0.0"}, {40, "2.0"}, {50, "0.0"}, {51, "90.0"}, {73, "0"},
+                                  {97, "0"}, {75, "1"}, {76, "1"}, {98, "1"}, {10, "1.0"}, {20, "0.0"}});
+  ASSERT_EQ(transformEntity(hatch, rotation(0, 0, 1, 90.0)), TransformStatus::Ok);
+  auto wrapped = [](double a) { return std::fmod(std::fmod(a, 360.0) + 360.0, 360.0); };
+  EXPECT_NEAR(wrapped(std::stod(text(hatch, 50))), 270.0, 1e-9);
+  EXPECT_NEAR(std::stod(text(hatch, 51)) - std::stod(text(hatch, 50)), 90.0, 1e-9);
+  EXPECT_NEAR(std::stod(text(hatch, 10, 2)), 0.0, 1e-12);  // the seed point turned onto the y axis
+  EXPECT_NEAR(std::stod(text(hatch, 20, 2)), 1.0, 1e-12);
+  // Under a stretch the arc would turn elliptic: the hatch refuses and stays as it was.
+  const std::string before = dump(hatch);
+  EXPECT_EQ(transformEntity(hatch, scaling(1, 3, 1)), TransformStatus::CannotScaleNonUniformly);
+  EXPECT_EQ(dump(hatch), before);
+}
+
+}  // namespace
+}  // namespace dxf
