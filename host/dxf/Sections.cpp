@@ -146,7 +146,14 @@ bool DrawingReader::readSection(Section& s) {
     s.kind = SectionKind::Entities;
   for (;;) {
     const std::string_view type = nextType();
-    if (type == "ENDSEC") return readRecord(s.end);
+    if (type == "ENDSEC") {
+      // Nothing belongs to ENDSEC; a tag after it is one that lost its record.
+      const std::size_t endLine = nextLine();
+      if (!readRecord(s.end)) return false;
+      if (!s.end.tags.empty())
+        return fail(endLine + 2, "group code " + std::to_string(s.end.tags.code(0)) + " stands outside a section");
+      return true;
+    }
     if (!r_.peek()) return endedEarly("the section " + std::string(name));
     if (type == "SECTION" || type == "EOF")
       return fail(nextLine(), "the section " + std::string(name) + " is not closed by ENDSEC");

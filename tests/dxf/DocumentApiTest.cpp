@@ -1,0 +1,165 @@
+// What the host database does with a drawing: layers, header variables, blocks, model space, appending and
+// erasing entities. Every change is saved and read back by the independent reader, which must find the
+// drawing sound (audit clean) and see the change.
+#include "DxfTestSupport.h"
+
+#include "host/dxf/Document.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+
+std::vector<std::string> linesStartingWith(const std::string& text, const std::string& prefix) {
+  std::vector<std::string> out;
+  std::size_t pos = 0;
+  while (pos < text.size()) {
+    std::size_t end = text.find('\n', pos);
+    if (end == std::string::npos) end = text.size();
+    const std::string line = text.substr(pos, end - pos);
+    if (line.rfind(prefix, 0) == 0) out.push_back(line.substr(prefix.size()));
+    pos = end + 1;
+  }
+  return out;
+}
+
+TEST(DxfDocument, ReadsLayersHeaderBlocksAndSpaces) {
+  for (const fs::path& file : dxftest::corpus()) {
+    SCOPED_TRACE(file.filename().string());
+    std::string error;
+    auto doc = dxf::Document::load(file, error);
+    ASSERT_TRUE(doc) << error;
+
+    // Names are compared ignoring case and come out as UTF-8 whatever the file's encoding.
+    auto frozen = doc->findLayer("frozen");
+    auto off = doc->findLayer("Off");
+    auto locked = doc->findLayer("LOCKED");
+    auto umlaut = doc->findLayer("VERMESSUNG_äPFEL");
+    ASSERT_TRUE(frozen && off && locked);
+    EXPECT_TRUE(frozen->frozen() && !frozen->off() && !frozen->locked());
+    EXPECT_TRUE(off->off() && !off->frozen() && !off->locked());
+    EXPECT_EQ(off->color(), 4);  // the sign that marks "off" is not part of the colour
+    EXPECT_TRUE(locked->locked() && !locked->frozen() && !locked->off());
+    EXPECT_FALSE(umlaut) << "only ASCII letters fold";
+    ASSERT_TRUE(doc->findLayer("vermessung_Äpfel"));
+    EXPECT_EQ(doc->layerName(*doc->findLayer("vermessung_Äpfel")), "Vermessung_Äpfel");
+    EXPECT_EQ(doc->headerText("$CLAYER"), "Vermessung_Äpfel");
+    EXPECT_TRUE(doc->findLinetype("continuous"));
+    EXPECT_FALSE(doc->findLinetype("NO_SUCH"));
+
+    const auto blocks = doc->blocks();
+    auto block = [&](std::string_view name) {
+      return std::find_if(blocks.begin(), blocks.end(), [&](const dxf::BlockInfo& b) { return b.name == name; });
+    };
+    ASSERT_NE(block("GRENZSTEIN"), blocks.end());
+    EXPECT_FALSE(block("GRENZSTEIN")->isLayout);
+    const auto layouts = std::count_if(blocks.begin(), blocks.end(), [](const dxf::BlockInfo& b) { return b.isLayout; });
+    EXPECT_GE(layouts, 2);
+
+    // Model space as the independent reader sees it, in the same order; paper space apart.
+    std::string described;
+    ASSERT_EQ(dxftest::checkDrawing({"describe", file.string()}, described), 0) << described;
+    const auto expected = linesStartingWith(described, "entity ");
+    const auto model = doc->modelSpace();
+    ASSERT_EQ(model.size(), expected.size());
+    for (std::size_t i = 0; i < model.size(); ++i) {
+      EXPECT_THAT(expected[i], ::testing::StartsWith(model[i]->type + "|" + std::string(dxf::Document::handleOf(*model[i]))));
+      EXPECT_THAT(expected[i], HasSubstr("|" + doc->layerOf(*model[i]) + "|"));
+    }
+    EXPECT_EQ(doc->paperSpace().size(), 1u);
+    // Text outside the code page was written as \U+ escapes before R2007 and as UTF-8 after.
+    const auto text = std::find_if(model.begin(), model.end(), [](dxf::Entity* e) { return e->type == "TEXT"; });
+    ASSERT_NE(text, model.end());
+    EXPECT_EQ(doc->decode((*text)->value(1)), "Grenzstein Nr. 7 Straße ½° Ω Ж");
+    const auto polyline = std::find_if(model.begin(), model.end(), [](dxf::Entity* e) { return e->type == "POLYLINE"; });
+    ASSERT_NE(polyline, model.end());
+    EXPECT_EQ((*polyline)->children.back().type, "SEQEND");
+  }
+}
+
+TEST(DxfDocument, ChangesAreSavedSoundlyForTheIndependentReader) {
+  const fs::path out = dxftest::scratchDir("api");
+  for (const fs::path& file : dxftest::corpus()) {
+    SCOPED_TRACE(file.filename().string());
+    std::string error;
+    auto doc = dxf::Document::load(file, error);
+    ASSERT_TRUE(doc) << error;
+    doc->findLayer("FROZEN")->setFrozen(false);
+    doc->findLayer("OFF")->setOff(false);
+    doc->findLayer("LOCKED")->setLocked(false);
+    auto zero = doc->findLayer("0");
+    zero->setOff(true);
+    zero->setColor(2);  // stays off
+    zero->setLocked(true);
+    auto added = doc->addLayer("TRELLANOVA_KoVira", 6, "CONTINUOUS", error);
+    ASSERT_TRUE(added) << error;
+    EXPECT_FALSE(doc->addLayer("trellanova_kovira", 1, "", error));
+    EXPECT_THAT(error, HasSubstr("exists"));
+    EXPECT_FALSE(doc->addLayer("Messpunkte", 1, "NO_SUCH_LINETYPE", error));
+    EXPECT_FALSE(doc->addLayer("a<b", 1, "", error));
+    EXPECT_FALSE(doc->findLayer("Messpunkte")) << "a refused layer leaves no record behind";
+    ASSERT_TRUE(doc->addLayer("Höhen ½", 3, "", error)) << error;
+    const std::string seed(*doc->rawHeader("$HANDSEED"));
+    doc->setHeaderText("$CLAYER", "TRELLANOVA_KoVira");
+
+    // Erase the circle, append a line and a point with survey coordinates.
+    auto model = doc->modelSpace();
+    const auto circle = std::find_if(model.begin(), model.end(), [](dxf::Entity* e) { return e->type == "CIRCLE"; });
+    ASSERT_NE(circle, model.end());
+    const std::string erasedHandle(dxf::Document::handleOf(**circle));
+    doc->erase(**circle);
+    dxf::TagList line;
+    line.append(8, "TRELLANOVA_KoVira");
+    line.append(100, "AcDbLine");
+    for (auto [code, value] : {std::pair{10, 2561300.125}, {20, 5634100.5}, {30, 0.0},
+                               {11, 2561310.0}, {21, 5634110.0}, {31, 0.0}})
+      line.insertNumber(line.size(), code, value);
+    dxf::Entity& appended = doc->appendToModelSpace("LINE", line);
+    dxf::TagList point;
+    point.append(100, "AcDbPoint");
+    point.append(10, "2561234.567");
+    point.append(20, "5634012.345");
+    point.append(30, "0.0");
+    dxf::Entity& appendedPoint = doc->appendToModelSpace("POINT", point);
+    EXPECT_EQ(dxf::Document::handleOf(appended), seed);
+    EXPECT_NE(dxf::Document::handleOf(appendedPoint), seed);
+    EXPECT_EQ(doc->modelSpace().size(), model.size() + 1);
+    EXPECT_EQ(doc->modelSpace().back(), &appendedPoint);
+    EXPECT_EQ(doc->layerOf(appendedPoint), "0");
+
+    const fs::path saved = out / file.filename();
+    ASSERT_TRUE(doc->save(saved, error)) << error;
+    std::string report;
+    EXPECT_EQ(dxftest::checkDrawing({"audit", saved.string()}, report), 0) << report;
+    ASSERT_EQ(dxftest::checkDrawing({"describe", saved.string()}, report), 0) << report;
+
+    const auto layers = linesStartingWith(report, "layer ");
+    auto has = [&](const std::string& line) { return std::find(layers.begin(), layers.end(), line) != layers.end(); };
+    EXPECT_TRUE(has("FROZEN|0|0|0|3|Continuous")) << report;
+    EXPECT_TRUE(has("OFF|0|0|0|4|Continuous")) << report;
+    EXPECT_TRUE(has("LOCKED|0|0|0|5|Continuous")) << report;
+    EXPECT_TRUE(has("0|0|1|1|2|Continuous")) << report;
+    EXPECT_TRUE(has("TRELLANOVA_KoVira|0|0|0|6|Continuous")) << report;
+    EXPECT_TRUE(has("Höhen ½|0|0|0|3|Continuous")) << report;
+    EXPECT_THAT(report, HasSubstr("clayer TRELLANOVA_KoVira\n"));
+    EXPECT_THAT(report, ::testing::Not(HasSubstr("CIRCLE|" + erasedHandle + "|")));
+    const auto entities = linesStartingWith(report, "entity ");
+    ASSERT_GE(entities.size(), 2u);
+    EXPECT_THAT(entities[entities.size() - 2], ::testing::StartsWith("LINE|" + seed + "|TRELLANOVA_KoVira|"));
+    EXPECT_THAT(entities.back(), ::testing::StartsWith("POINT|"));
+
+    // The handle seed moved past every handle handed out, and the saved drawing loads again unchanged.
+    auto again = dxf::Document::load(saved, error);
+    ASSERT_TRUE(again) << error;
+    EXPECT_EQ(again->bytes(), dxftest::readFile(saved));
+    const std::string next = again->newHandle();
+    EXPECT_GT(std::stoull(next, nullptr, 16), std::stoull(std::string(dxf::Document::handleOf(appendedPoint)), nullptr, 16));
+  }
+}
+
+}  // namespace

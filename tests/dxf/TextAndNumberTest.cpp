@@ -1,0 +1,82 @@
+// Numbers keep every digit a survey coordinate has; texts convert between the file's code page and UTF-8.
+#include "host/dxf/Codec.h"
+#include "host/dxf/TagList.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+TEST(DxfNumbers, ChangedNumbersAreTheShortestTextThatReadsBackExactly) {
+  EXPECT_EQ(dxf::formatNumber(2561234.567), "2561234.567");
+  EXPECT_EQ(dxf::formatNumber(2561234.0), "2561234.0");  // still a real to other readers
+  EXPECT_EQ(dxf::formatNumber(0.1 + 0.2), "0.30000000000000004");
+  EXPECT_EQ(dxf::formatNumber(-0.0), "0.0");
+  EXPECT_EQ(dxf::formatNumber(1e-300), "1e-300");
+  std::mt19937_64 random(7);
+  std::uniform_real_distribution<double> coordinate(-1e7, 1e7);
+  for (int i = 0; i < 10000; ++i) {
+    const double v = coordinate(random);
+    EXPECT_EQ(dxf::parseNumber(dxf::formatNumber(v)), v);
+  }
+  EXPECT_EQ(dxf::parseNumber("  +12.5 \r"), 12.5);
+  EXPECT_FALSE(dxf::parseNumber("12,5"));
+  EXPECT_FALSE(dxf::parseNumber("1e999x"));
+  EXPECT_EQ(dxf::parseInteger("     6"), 6);
+  EXPECT_FALSE(dxf::parseInteger("6.0"));
+}
+
+TEST(DxfTags, ChangedTagsKeepTheirCodeLineAndCopiesOwnTheirTexts) {
+  const std::string file = "  0\r\nLINE\r\n 10\r\n1.0\r\n  20\n2.0\n";
+  dxf::TagList tags;
+  tags.appendRaw(10, std::string_view(file).substr(11, 3), std::string_view(file).substr(16, 3));
+  tags.appendRaw(20, std::string_view(file).substr(21, 4), std::string_view(file).substr(26, 3));
+  EXPECT_EQ(tags.codeText(0), " 10");
+  EXPECT_EQ(tags.codeText(1), "  20");
+  EXPECT_FALSE(tags.modified());
+
+  dxf::TagList copy = tags;
+  copy.setNumber(0, 2561234.567);
+  EXPECT_EQ(copy[0].codeText, " 10");  // written back with the file's spelling of the code
+  EXPECT_EQ(copy.text(0), "2561234.567");
+  EXPECT_EQ(tags.text(0), "1.0");
+  EXPECT_TRUE(copy.modified() && !tags.modified());
+
+  copy.insertNumber(1, 30, 312.25);
+  dxf::TagList second;
+  {
+    dxf::TagList third = copy;
+    second = third;
+  }
+  ASSERT_EQ(second.size(), 3u);
+  EXPECT_EQ(second.text(0), "2561234.567");
+  EXPECT_EQ(second.text(1), "312.25");
+  EXPECT_TRUE(second[1].codeText.empty());
+  int seen = 0;
+  for (const dxf::Tag& t : second) seen += t.code;
+  EXPECT_EQ(seen, 60);
+  second.erase(0);
+  EXPECT_EQ(second.find(20), 1u);
+}
+
+TEST(DxfText, CodePagesAndEscapesConvertBothWays) {
+  const dxf::Codec ansi = dxf::Codec::codePage("ANSI_1252");
+  EXPECT_EQ(ansi.decode("Stra\xDF" "e \x80 \\U+03a9 \\U+00"), "Straße € Ω \\U+00");
+  EXPECT_EQ(ansi.encode("Straße € Ω Ж 😀"), "Stra\xDF" "e \x80 \\U+03A9 \\U+0416 ?");
+  EXPECT_EQ(ansi.decode(ansi.encode("Höhe ½°")), "Höhe ½°");
+  EXPECT_EQ(ansi.decode("\x81"), "\xC2\x81");  // undefined in the code page: kept as its control character
+
+  const dxf::Codec cyrillic = dxf::Codec::codePage("ansi_1251");
+  EXPECT_EQ(cyrillic.decode("\xC6"), "Ж");
+  EXPECT_EQ(cyrillic.encode("Ж"), "\xC6");
+  const dxf::Codec unknown = dxf::Codec::codePage("ANSI_936");
+  EXPECT_EQ(unknown.decode("\xDF"), "ß");
+
+  const dxf::Codec utf8 = dxf::Codec::utf8();
+  EXPECT_EQ(utf8.decode("Ω \\U+0416"), "Ω Ж");
+  EXPECT_EQ(utf8.decode("a\xFF" "b\xE2\x82"), "a\xEF\xBF\xBD" "b\xEF\xBF\xBD\xEF\xBF\xBD");
+  EXPECT_EQ(utf8.encode("😀"), "😀");
+}
+
+}  // namespace
