@@ -1,0 +1,10 @@
+#pragma once
+
+// The rotation part of the spatial similarity estimate, on raw arrays.
+//
+// `correlation` (row-major 3x3) is the sum over all pairs of p * q^T, with p the actual and q the target
+// point, both reduced to their centroid. On success `rotation` (row-major 3x3) is the proper rotation R
+// that maximises sum q . (R p), which is the least-squares rotation with or without a scale factor, and
+// the result is true. False when the rotation is not fixed by the points (coincident or collinear
+// points, a correlation of zero); `rotation` is then unchanged.
+bool KoBestRotation(const double correlation[9], double rotation[9]);
