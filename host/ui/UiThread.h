@@ -1,0 +1,19 @@
+// Dialogs and message boxes belong to the UI thread. A worker thread that asks for one (the update check shows
+// its own modal dialog) has the call run on the UI thread and waits until it is over, so the dialog stays modal
+// for the worker as the module expects.
+#pragma once
+
+#include <functional>
+
+namespace host::ui {
+
+// The calling thread becomes the UI thread (by default: the thread that loaded the host library).
+void setUiThread();
+bool onUiThread();
+// Runs `call` on the UI thread: at once when called there, otherwise queued and waited for. An exception of
+// the call is rethrown to the caller.
+void runOnUiThread(const std::function<void()>& call);
+// Runs the calls queued by other threads; the UI thread calls this while it waits for the user.
+void runPendingUiCalls();
+
+}  // namespace host::ui
