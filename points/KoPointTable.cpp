@@ -2,7 +2,10 @@
 
 #include <cmath>
 #include <cstdint>
-#include <iomanip>
+#include <charconv>
+#include <string>
+#include <string_view>
+#include <type_traits>
 
 namespace {
 
@@ -55,6 +58,33 @@ void ForEachField(std::span<const eKoPointRWMask> mask, F&& f)
     }
 }
 
+
+void PutColumn(std::ostream& out, std::string_view text, int width, bool leftAligned = false)
+{
+    const std::size_t pad = text.size() < static_cast<std::size_t>(width) ? width - text.size() : 0;
+    static constexpr char kBlanks[] = "                                ";  // wider than any column
+    out.put(' ');
+    if (!leftAligned)
+        out.write(kBlanks, static_cast<std::streamsize>(pad));
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    if (leftAligned)
+        out.write(kBlanks, static_cast<std::streamsize>(pad));
+}
+
+// Numbers are formatted here rather than by the stream: the same text as 16 significant digits in
+// general notation, but always with a '.' whatever locale the stream carries, and much faster.
+template <class N>
+void PutNumber(std::ostream& out, N value, int width)
+{
+    char buffer[40];
+    std::to_chars_result r;
+    if constexpr (std::is_floating_point_v<N>)
+        r = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 16);
+    else
+        r = std::to_chars(buffer, buffer + sizeof buffer, value);
+    PutColumn(out, std::string_view(buffer, static_cast<std::size_t>(r.ptr - buffer)), width);
+}
+
 }  // namespace
 
 const char* KoPointFieldHeader(eKoPointRWMask field) { return Column(field).header; }
@@ -63,12 +93,9 @@ void KoWritePointHeader(std::ostream& out, std::span<const eKoPointRWMask> mask)
 {
     ForEachField(mask, [&](eKoPointRWMask field) {
         const FieldColumn column = Column(field);
-        if (!column.header)
-            return;
-        out << ' ' << (field == eKoRWName ? std::left : std::right) << std::setw(column.headerWidth)
-            << column.header;
+        if (column.header)
+            PutColumn(out, column.header, column.headerWidth, field == eKoRWName);
     });
-    out << std::right;
 }
 
 void KoWritePoint(std::ostream& out, const KoPoint& p, std::span<const eKoPointRWMask> mask)
@@ -76,35 +103,36 @@ void KoWritePoint(std::ostream& out, const KoPoint& p, std::span<const eKoPointR
     out.precision(16);
     out.unsetf(std::ios::floatfield);
     ForEachField(mask, [&](eKoPointRWMask field) {
-        const FieldColumn column = Column(field);
-        if (!column.header)
-            return;
-        out << ' ';
-        if (field == eKoRWName) {
-            out << std::left << std::setw(column.rowWidth) << ('"' + p.name.StdString() + '"') << std::right;
-            return;
-        }
-        out << std::right << std::setw(column.rowWidth);
+        const int width = Column(field).rowWidth;
         switch (field) {
-        case eKoRWNumber: out << p.number; break;
-        case eKoRWFlag: out << p.flag; break;
-        case eKoRWCodeText: out << p.CodeText(); break;
-        case eKoRWCode: out << static_cast<unsigned>(p.code); break;
-        case eKoRWPP: out << p.name.c_str(); break;
-        case eKoRWPhoto: out << p.photo; break;
-        case eKoRWCamera: out << p.camera; break;
-        case eKoRWX: out << p.x; break;
-        case eKoRWY: out << p.y; break;
-        case eKoRWZ: out << p.z; break;
-        case eKoRWDx: case eKoRWSx: out << p.dx; break;
-        case eKoRWDy: case eKoRWSy: out << p.dy; break;
-        case eKoRWDz: case eKoRWSz: out << p.dz; break;
-        case eKoRWDS: out << std::sqrt(p.dx * p.dx + p.dy * p.dy + p.dz * p.dz); break;
-        case eKoRWRedu: case eKoRWResidualX: out << p.redu; break;
-        case eKoRWRedu2: case eKoRWResidualY: out << p.redu2; break;
-        case eKoRWRedu3: case eKoRWResidualZ: out << p.redu3; break;
-        case eKoRWColor: out << p.color; break;
-        default: break;
+        case eKoRWNumber: PutNumber(out, p.number, width); break;
+        case eKoRWName: {
+            std::string quoted;
+            quoted.reserve(p.name.Length() + 2);
+            quoted += '"';
+            quoted += p.name.View();
+            quoted += '"';
+            PutColumn(out, quoted, width, true);
+            break;
+        }
+        case eKoRWFlag: PutNumber(out, p.flag, width); break;
+        case eKoRWCodeText: PutColumn(out, p.CodeText(), width); break;
+        case eKoRWCode: PutNumber(out, static_cast<unsigned>(p.code), width); break;
+        case eKoRWPP: PutColumn(out, p.name.View(), width); break;
+        case eKoRWPhoto: PutNumber(out, p.photo, width); break;
+        case eKoRWCamera: PutNumber(out, p.camera, width); break;
+        case eKoRWX: PutNumber(out, p.x, width); break;
+        case eKoRWY: PutNumber(out, p.y, width); break;
+        case eKoRWZ: PutNumber(out, p.z, width); break;
+        case eKoRWDx: case eKoRWSx: PutNumber(out, p.dx, width); break;
+        case eKoRWDy: case eKoRWSy: PutNumber(out, p.dy, width); break;
+        case eKoRWDz: case eKoRWSz: PutNumber(out, p.dz, width); break;
+        case eKoRWDS: PutNumber(out, std::sqrt(p.dx * p.dx + p.dy * p.dy + p.dz * p.dz), width); break;
+        case eKoRWRedu: case eKoRWResidualX: PutNumber(out, p.redu, width); break;
+        case eKoRWRedu2: case eKoRWResidualY: PutNumber(out, p.redu2, width); break;
+        case eKoRWRedu3: case eKoRWResidualZ: PutNumber(out, p.redu3, width); break;
+        case eKoRWColor: PutNumber(out, p.color, width); break;
+        default: break;  // unknown fields and field 20 write nothing
         }
     });
 }

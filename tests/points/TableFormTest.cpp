@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <random>
 #include <sstream>
 #include <vector>
@@ -48,6 +49,18 @@ TEST(TableForm, RowValuesCodesDerivedAndSkippedFields)
                              Blanks(18) + "0.3" + " " + Blanks(16) + "1e+20" + " " + Blanks(23) + "5" + " " +
                              Blanks(20) + "-0.5" + " " + Blanks(23) + "4");
     EXPECT_EQ(row.str().find('\n'), std::string::npos);  // the caller ends the line
+
+    // A stream carrying a decimal-comma locale with digit grouping still gets plain survey numbers.
+    struct GermanPunct : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    std::ostringstream german;
+    german.imbue(std::locale(std::locale::classic(), new GermanPunct));
+    KoPoint q(1234567, 2500000.25, 0, 0, 0);
+    KoWritePoint(german, q, Mask{eKoRWNumber, eKoRWX});
+    EXPECT_EQ(german.str(), "    1234567" + Blanks(12) + "2500000.25");
 
     std::ostringstream header;
     KoWritePointHeader(header, Mask{eKoRWResidualX, eKoRWSx, eKoRWDS, eKoRWSkip, eKoRWEnd, eKoRWX});
