@@ -1,0 +1,101 @@
+#include "host/editor/CommandLine.h"
+
+#include "host/Transcript.h"
+#include "host/WideText.h"
+#include "host/editor/InputParsing.h"
+#include "host/editor/Prompt.h"
+#include "host/editor/SystemVariables.h"
+#include "host/headless/ScriptInput.h"
+#include "host/runtime/CommandStack.h"
+#include "host/runtime/LispFunctions.h"
+#include "host/runtime/ModuleLoader.h"
+#include "sdk/AcEd.h"
+
+#include <exception>
+
+namespace host::editor {
+namespace {
+
+std::wstring gActive;
+
+class ActiveCommand {
+ public:
+  explicit ActiveCommand(std::wstring name) : previous_(std::move(gActive)) { gActive = std::move(name); }
+  ~ActiveCommand() { gActive = std::move(previous_); }
+  ActiveCommand(const ActiveCommand&) = delete;
+  ActiveCommand& operator=(const ActiveCommand&) = delete;
+
+ private:
+  std::wstring previous_;
+};
+
+void runCommand(const runtime::Command& command) {
+  // Copied: the command may remove itself (a module unloading) while it runs.
+  AcRxFunctionPtr handler = command.functionAddr();
+  std::string name = toUtf8(command.globalName());
+  ActiveCommand active(command.globalName());
+  runtime::ApplicationScope scope(command.owner());
+  try {
+    handler();
+  } catch (const headless::ScriptError&) {
+    throw;
+  } catch (const std::exception& e) {
+    showMessage("Command " + name + " failed: " + e.what());
+  } catch (...) {
+    showMessage("Command " + name + " failed.");
+  }
+  // Keywords armed but never asked for must not leak into the next command.
+  acedInitGet(0, nullptr);
+}
+
+// "(name)": a LISP function call without arguments.
+bool callLisp(std::wstring_view text) {
+  text = trimBlanks(text.substr(1));
+  if (text.empty() || text.back() != L')') {
+    showMessage("; error: malformed list on input");
+    return false;
+  }
+  std::wstring name(trimBlanks(text.substr(0, text.size() - 1)));
+  if (name.find_first_of(L" \t()") != std::wstring::npos) {
+    showMessage("; error: this host calls LISP functions without arguments only");
+    return false;
+  }
+  if (!runtime::lispFunctions().invoke(name)) {
+    showMessage("; error: no function definition: " + toUtf8(name));
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+const std::wstring& activeCommand() { return gActive; }
+
+bool executeCommandLine(const std::wstring& line) {
+  std::wstring_view text = trimBlanks(line);
+  if (text.empty()) return true;
+  if (text.front() == L'(') return callLisp(text);
+  // An apostrophe asks for a command inside another; at the command line it changes nothing.
+  if (text.front() == L'\'') text.remove_prefix(1);
+  std::wstring name(text);
+  auto* command = static_cast<const runtime::Command*>(runtime::commandStack().lookupCmd(name.c_str()));
+  if (!command) {
+    showMessage("Unknown command \"" + toUtf8(name) + "\".");
+    return false;
+  }
+  runCommand(*command);
+  return true;
+}
+
+void runCommandLine() {
+  for (;;) {
+    Input in = askUser(L"\nCommand: ", true);
+    if (in.kind == InputKind::End) return;
+    if (in.kind != InputKind::Text) continue;
+    // A name the script typed that no command answers to is a broken script; queued input only tells.
+    if (!executeCommandLine(in.text) && !in.queued)
+      throw headless::ScriptError("\"" + toUtf8(in.text) + "\" is no command or function of this host");
+  }
+}
+
+}  // namespace host::editor

@@ -1,0 +1,19 @@
+// The command line: asks "Command: ", starts the command the user names (its local name, or its global
+// name with or without "_"), calls LISP functions written as "(name)", and carries on until the input ends.
+#pragma once
+
+#include <string>
+
+namespace host::editor {
+
+// Runs until the input ends. A headless::ScriptError from anywhere below ends the run and is passed on.
+void runCommandLine();
+
+// Carries out one line typed at the command line; false (with a message on the command line) when it
+// names no command or function.
+bool executeCommandLine(const std::wstring& text);
+
+// The global name of the command running now; empty at the command line.
+const std::wstring& activeCommand();
+
+}  // namespace host::editor

@@ -1,0 +1,60 @@
+#include "host/editor/Prompt.h"
+
+#include "host/Transcript.h"
+#include "host/WideText.h"
+#include "host/headless/ScriptInput.h"
+
+namespace host::editor {
+namespace {
+
+bool gImmediate = false;
+// Prompts answered by the end of the input in a row; a command that keeps asking after the script is
+// over would otherwise never end.
+int gPromptsAfterEnd = 0;
+constexpr int kMaxPromptsAfterEnd = 100;
+
+void writePrompt(std::wstring_view prompt) {
+  // One leading line break moves off a line in use; on a fresh line it would only leave an empty one.
+  if (!prompt.empty() && prompt.front() == L'\n' && transcriptAtLineStart()) prompt.remove_prefix(1);
+  std::string text = toUtf8(prompt);
+  if (!text.empty() && text.back() != ':' && text.back() != ' ') text += ": ";
+  transcriptWrite(text);
+}
+
+std::string echoOf(const Input& in) {
+  switch (in.kind) {
+    case InputKind::Text: return escapeLineBreaks(toUtf8(in.text));
+    case InputKind::Escape:
+    case InputKind::End: return "*Cancel*";
+    default: return {};
+  }
+}
+
+}  // namespace
+
+void setImmediatePrompts(bool immediate) { gImmediate = immediate; }
+
+Input askUser(std::wstring_view prompt, bool quietAtEnd) {
+  if (gImmediate) writePrompt(prompt);
+  Input in = nextInput();
+  if (in.kind == InputKind::End && quietAtEnd) {
+    if (gImmediate) transcriptEndLine();
+    return in;
+  }
+  if (in.kind == InputKind::End) {
+    if (++gPromptsAfterEnd > kMaxPromptsAfterEnd)
+      throw headless::ScriptError("the running command keeps prompting after the script has ended");
+  } else {
+    gPromptsAfterEnd = 0;
+  }
+  if (!gImmediate) writePrompt(prompt);
+  transcriptWrite(echoOf(in) + "\n");
+  return in;
+}
+
+void showMessage(std::string_view utf8) {
+  transcriptEndLine();
+  transcriptWrite(std::string(utf8) + "\n");
+}
+
+}  // namespace host::editor

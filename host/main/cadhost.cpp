@@ -1,0 +1,133 @@
+// cadhost: the reference CAD host. Opens a drawing, loads the module, and runs the command line from a
+// script (or from standard input); the window front end is not part of this program yet.
+//
+//   cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless]
+//
+// A failing run exits with status 1 (2 for a wrong command line) and never writes the drawing.
+#include "host/Transcript.h"
+#include "host/WideText.h"
+#include "host/db/Drawing.h"
+#include "host/editor/Prompt.h"
+#include "host/headless/ScriptRunner.h"
+#include "host/runtime/ModuleLoader.h"
+
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless]\n";
+constexpr const char* kDefaultModule = "ViraCadtoolsV10.so";
+
+struct Options {
+  std::string drawing;
+  std::optional<std::string> script;
+  std::optional<std::string> save;
+  std::optional<std::string> module;
+  bool trace = false;
+  bool headless = false;
+};
+
+bool parseArguments(int argc, char** argv, Options& options, std::string& error) {
+  std::vector<std::string> args(argv + 1, argv + argc);
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    auto value = [&](std::optional<std::string>& into) {
+      if (i + 1 >= args.size()) {
+        error = a + " needs a value";
+        return false;
+      }
+      into = args[++i];
+      return true;
+    };
+    if (a == "--script") {
+      if (!value(options.script)) return false;
+    } else if (a == "--save") {
+      if (!value(options.save)) return false;
+    } else if (a == "--module") {
+      if (!value(options.module)) return false;
+    } else if (a == "--trace") {
+      options.trace = true;
+    } else if (a == "--headless") {
+      options.headless = true;
+    } else if (a.starts_with("--") || (a.starts_with("-") && a != "-")) {
+      error = "unknown option " + a;
+      return false;
+    } else if (options.drawing.empty()) {
+      options.drawing = a;
+    } else {
+      error = "only one drawing can be opened: " + a;
+      return false;
+    }
+  }
+  return true;
+}
+
+// Without --module the host looks for the module beside its own executable.
+std::string defaultModule() {
+  std::error_code ec;
+  std::filesystem::path exe = std::filesystem::read_symlink("/proc/self/exe", ec);
+  if (ec) return {};
+  std::filesystem::path candidate = exe.parent_path() / kDefaultModule;
+  return std::filesystem::exists(candidate, ec) ? candidate.string() : std::string();
+}
+
+int fail(const std::string& message) {
+  std::cerr << "cadhost: " << message << "\n";
+  host::runtime::unloadAllModules();
+  return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Wide formats with narrow UTF-8 arguments convert by the character type of the locale.
+  std::setlocale(LC_CTYPE, "C.UTF-8");
+
+  Options options;
+  std::string error;
+  if (!parseArguments(argc, argv, options, error)) {
+    std::cerr << "cadhost: " << error << "\n" << kUsage;
+    return 2;
+  }
+  host::setTraceEnabled(options.trace);
+  if (!options.headless && !options.script && std::getenv("DISPLAY"))
+    host::trace("no window front end in this build: running headless");
+
+  if (!options.drawing.empty() && !host::openDrawing(options.drawing, error))
+    return fail(error.empty() ? "cannot open " + options.drawing : error);
+
+  std::string module = options.module ? *options.module : defaultModule();
+  if (module.empty())
+    host::trace("no module beside the executable: running without one");
+  else if (!host::runtime::loadModule(host::fromUtf8(module), error))
+    return fail(error);
+
+  std::ifstream file;
+  std::string scriptName = "stdin";
+  if (options.script && *options.script != "-") {
+    scriptName = *options.script;
+    file.open(scriptName);
+    if (!file) return fail("cannot read script " + scriptName);
+  }
+  std::istream& script = file.is_open() ? static_cast<std::istream&>(file) : std::cin;
+  host::editor::setImmediatePrompts(!file.is_open() && !options.script && isatty(STDIN_FILENO));
+
+  host::headless::ScriptRunner runner(script, scriptName);
+  if (!runner.run(error)) return fail(error);
+  host::transcriptEndLine();
+
+  if (options.save && !host::saveDrawing(*options.save, error))
+    return fail(error.empty() ? "cannot save " + *options.save : error);
+  host::runtime::unloadAllModules();
+  return 0;
+}
