@@ -19,74 +19,52 @@ KoTextSink Into(Lines& lines)
 
 TEST(BoundingBox, CornersUnionWithEmptyAndEnclosure)
 {
-    const KoBoundingBox3d box(5, 1, 0, 2, 4, 3);
-    EXPECT_EQ(box.minX, 2.0);
-    EXPECT_EQ(box.minY, 1.0);
-    EXPECT_EQ(box.maxX, 5.0);
-    EXPECT_EQ(box.maxZ, 3.0);
-
-    KoBoundingBox3d empty;
-    EXPECT_FALSE(empty.IsValid());
-    const KoBoundingBox3d merged = empty + box;
+    const KoBoundingBox3d merged = KoBoundingBox3d() + KoBoundingBox3d(5, 1, 0, 2, 4, 3);
     EXPECT_TRUE(merged.IsValid());
-    EXPECT_EQ(merged.minX, 2.0);
-    EXPECT_EQ(merged.maxY, 4.0);
+    EXPECT_EQ(merged.minX + merged.minY + merged.minZ, 3.0);  // (2, 1, 0)
+    EXPECT_EQ(merged.maxX + merged.maxY + merged.maxZ, 12.0);  // (5, 4, 3)
 
-    // The enclosure test is false only for strict enclosure on every axis; equal bounds do not enclose.
+    // False only for strict enclosure on every axis; equal bounds do not enclose.
     const KoBoundingBox3d outer(0, 0, 0, 10, 10, 10);
     EXPECT_FALSE(outer.DoesNotStrictlyEnclose(KoBoundingBox3d(1, 1, 1, 9, 9, 9)));
     EXPECT_TRUE(outer.DoesNotStrictlyEnclose(outer));
     EXPECT_TRUE(outer.DoesNotStrictlyEnclose(KoBoundingBox3d(1, 1, 1, 9, 9, 10)));
-    EXPECT_TRUE(KoBoundingBox2d(0, 0, 9, 9).DoesNotStrictlyEnclose(KoBoundingBox2d(0, 1, 8, 8)));
     EXPECT_FALSE(KoBoundingBox2d(0, 0, 9, 9).Overlaps(KoBoundingBox2d(), true));  // nothing overlaps an empty box
 }
 
-TEST(BoundingBox, TextForm)
+TEST(BoundingBox, TextFormAndSelfTestLines)
 {
     Lines out;
     KoBoundingBox3d().Print(Into(out), "Box");
     KoBoundingBox3d(0, 0, 0, 1, 2, 3).Print(Into(out));
-    KoBoundingBox2d().Print(Into(out));
     KoBoundingBox2d(-1, 0.5, 2, 4).Print(Into(out), "area");
+    EXPECT_TRUE(Selftest_Ko3d(Into(out)));
     const Lines expected = {
         "KoBoundingBox3d Box", " invalid", "KoBoundingBox3d ",
         "xyz min: 0.000000 0.000000 0.000000; max: 1.000000 2.000000 3.000000", "x*y*z:  1.000000 2.000000 3.000000",
-        "KoBoundingBox2d ", " invalid", "KoBoundingBox2d area", "xy min: -1.000000 0.500000; max: 2.000000 4.000000",
-        "x*y:  3.000000 3.500000"};
+        "KoBoundingBox2d area", "xy min: -1.000000 0.500000; max: 2.000000 4.000000", "x*y:  3.000000 3.500000",
+        std::string(40, '*'), "* Selftest_Ko3d", "2d Overlap test | false, true | 0 1",
+        "3D Overlap Test: | true true true true     | 1 1 1 1", "Ohne Neighbour",
+        "3D Overlap Test: | false false false false | 0 0 0 0"};
     EXPECT_EQ(out, expected);
 
-    // Extreme but valid coordinates are printed in full, not cut off.
-    Lines huge;
+    Lines huge;  // extreme but valid coordinates are printed in full, not cut off
     KoBoundingBox2d(-1e300, -1e300, 1e300, 1e300).Print(Into(huge));
-    ASSERT_EQ(huge.size(), 3u);
-    EXPECT_GT(huge[1].size(), 1200u);
+    EXPECT_GT(huge.at(1).size(), 1200u);
 }
 
-TEST(GeometrySelfTest, PrintsItsExactLines)
-{
-    Lines out;
-    EXPECT_TRUE(Selftest_Ko3d(Into(out)));
-    const Lines expected = {std::string(40, '*'), "* Selftest_Ko3d", "2d Overlap test | false, true | 0 1",
-                            "3D Overlap Test: | true true true true     | 1 1 1 1", "Ohne Neighbour",
-                            "3D Overlap Test: | false false false false | 0 0 0 0"};
-    EXPECT_EQ(out, expected);
-}
-
-TEST(Rectangle, OrdersCornersAndCountsTheBoundaryAsInside)
+TEST(Rectangle, CountsTheBoundaryAsInsideWhateverTheCornerOrder)
 {
     const KoRectangle r(5, 1, 2, 4);
     EXPECT_EQ(r.corner1.x, 2.0);
-    EXPECT_EQ(r.corner2.y, 4.0);
     EXPECT_TRUE(r.Contains(2, 4));    // a corner
     EXPECT_TRUE(r.Contains(5, 2.5));  // an edge
     EXPECT_FALSE(r.Contains(5.000001, 2.5));
 
-    // Corners set directly in the other order describe the same rectangle.
-    KoRectangle set(0, 0, 0, 0);
+    KoRectangle set(0, 0, 0, 0);  // corners set directly, the larger first
     set.corner1.x = set.corner1.y = 10;
     set.corner2.x = set.corner2.y = -10;
     EXPECT_TRUE(set.Contains(KoPoint(1, -10, 3, 99, 0)));
-    EXPECT_FALSE(set.Contains(11, 0));
 }
 
 TEST(RunningMean, AveragesPointsAddedOneByOne)
@@ -94,8 +72,7 @@ TEST(RunningMean, AveragesPointsAddedOneByOne)
     KoRunningMean mean;
     mean.Add(0, 0, 0);
     mean.Add(KoPoint(1, 2, 4, 6, 7));
-    EXPECT_DOUBLE_EQ(mean.x, 1.0);
-    EXPECT_DOUBLE_EQ(mean.z, 3.0);
+    EXPECT_DOUBLE_EQ(mean.x + mean.y + mean.z, 6.0);  // (1, 2, 3)
     EXPECT_EQ(mean.count, 2);
 }
 
