@@ -6,6 +6,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "sdk/ui/UiTypes.h"
@@ -28,6 +29,11 @@ enum class ControlKind {
 };
 
 struct ControlTemplate {
+  ControlTemplate() = default;
+  ControlTemplate(int controlId, ControlKind controlKind, std::wstring controlText, unsigned controlStyle = 0,
+                  CRect dialogUnits = {})
+      : id(controlId), kind(controlKind), text(std::move(controlText)), style(controlStyle), rect(dialogUnits) {}
+
   int id = IDC_STATIC;
   ControlKind kind = ControlKind::Static;
   std::wstring text;
@@ -45,6 +51,10 @@ struct DialogTemplate {
 };
 
 struct MenuItem {
+  MenuItem() = default;
+  MenuItem(int itemId, std::wstring itemText, unsigned itemFlags = MF_STRING, std::vector<MenuItem> items = {})
+      : id(itemId), text(std::move(itemText)), flags(itemFlags), popup(std::move(items)) {}
+
   int id = 0;  // 0 with an empty text: separator; items with a popup have no id of their own
   std::wstring text;
   unsigned flags = MF_STRING;

@@ -1,0 +1,184 @@
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <thread>
+
+#include "host/headless/ScriptInput.h"
+#include "host/ui/UiThread.h"
+#include "sdk/ui/CFileDialog.h"
+#include "sdk/ui/CToolBar.h"
+#include "sdk/ui/MessageBox.h"
+#include "UiTestDialog.h"
+
+using host::headless::ScriptError;
+
+namespace uitest {
+namespace {
+
+TEST_F(UiTest, ScriptLinesThatCannotBeCarriedOutSayWhy) {
+  EXPECT_TRUE(host::headless::isUiScriptLine("@dialog 900 dump"));
+  EXPECT_TRUE(host::headless::isUiScriptLine("@toolbar 40001"));
+  EXPECT_FALSE(host::headless::isUiScriptLine("@dialogs 900 dump"));
+  EXPECT_FALSE(host::headless::isUiScriptLine("@esc"));
+
+  EXPECT_EQ(fail("@dialog 900 dump"), "no dialog 900 is open");
+  TestDialog dialog;
+  ASSERT_TRUE(dialog.Create(kDialog));
+  EXPECT_EQ(fail("@dialog"), "missing argument: @dialog ID VERB ...");
+  EXPECT_EQ(fail("@dialog x dump"), "\"x\" is not a number: @dialog ID VERB ...");
+  EXPECT_EQ(fail("@dialog 900"), "missing verb: @dialog ID VERB ...");
+  EXPECT_EQ(fail("@dialog 900 frob 10"),
+            "unknown @dialog verb \"frob\" (set, check, click, updown, key, select, header, menu, dump)");
+  EXPECT_EQ(fail("@dialog 900 click"), "missing argument: @dialog ID click CTRL");
+  EXPECT_EQ(fail("@dialog 900 click 99"), "dialog 900 has no control 99");
+  EXPECT_EQ(fail("@dialog 900 click -1"), "dialog 900 has no control -1");
+  EXPECT_EQ(fail("@dialog 900 click 10"), "control 10 of dialog 900 is an edit, not a button");
+  EXPECT_EQ(fail("@dialog 900 set 12 x"), "control 12 of dialog 900 is a checkbox, not an edit");
+  EXPECT_EQ(fail("@dialog 900 updown 14 up"), "control 14 of dialog 900 is a list, not an updown");
+  EXPECT_EQ(fail("@dialog 900 key 10 Hyper"), "unknown key \"Hyper\"");
+  EXPECT_EQ(fail("@dialog 900 key 10"), "missing key: @dialog ID key CTRL KEY");
+  EXPECT_EQ(fail("@answer message maybe"),
+            "unknown answer \"maybe\": @answer message yes|no|ok|cancel|abort|retry|ignore");
+  EXPECT_EQ(fail("@answer file"), "missing path: @answer file PATH|cancel");
+  EXPECT_EQ(fail("@answer"), "@answer needs file or message: @answer file PATH|cancel, @answer message ANSWER");
+  EXPECT_EQ(fail("@toolbar 40001"), "no toolbar has a button 40001");
+  EXPECT_EQ(fail("@toolbar"), "missing argument: @toolbar CMD");
+
+  // Text typed into an edit keeps its inner blanks and its non-ASCII characters.
+  run("@dialog 900 set 10 Maßstab  1.5 ");
+  EXPECT_EQ(dialog.GetDlgItemText(kEdit), L"Maßstab  1.5 ");
+}
+
+TEST_F(UiTest, MessageBoxesTakeQueuedAnswersAndWriteQuestionAndAnswer) {
+  int answer = 0;
+  run("@answer message yes");
+  EXPECT_EQ(transcriptOf([&] { answer = AfxMessageBox(L"Selektierte Daten löschen?", MB_YESNO | MB_ICONQUESTION); }),
+            "[message] \"Selektierte Daten löschen?\" (yes/no) -> yes\n");
+  EXPECT_EQ(answer, IDYES);
+  // A box with only OK needs no answer; a string resource is shown with its line break escaped.
+  EXPECT_EQ(transcriptOf([&] { answer = AfxMessageBox(1); }), "[message] \"Zeile eins\\nZeile zwei\" (ok) -> ok\n");
+  EXPECT_EQ(answer, IDOK);
+  run("@answer message cancel");
+  TestDialog dialog;
+  ASSERT_TRUE(dialog.Create(kDialog));
+  EXPECT_EQ(transcriptOf([&] { answer = dialog.MessageBox(L"Text", L"Titel", MB_OKCANCEL); }),
+            "[message \"Titel\"] \"Text\" (ok/cancel) -> cancel\n");
+  EXPECT_EQ(answer, IDCANCEL);
+  // Without an answer and with no script left, the box is cancelled: No where there is no Cancel.
+  transcriptOf([&] { answer = AfxMessageBox(L"Weiter?", MB_YESNO); });
+  EXPECT_EQ(answer, IDNO);
+  transcriptOf([&] { answer = AfxMessageBox(L"Fehler", MB_ABORTRETRYIGNORE); });
+  EXPECT_EQ(answer, IDIGNORE);
+  // An answer the box does not offer means the script is out of step.
+  run("@answer message retry");
+  EXPECT_THROW(AfxMessageBox(L"Weiter?", MB_YESNO), ScriptError);
+}
+
+TEST_F(UiTest, FileDialogsTakeQueuedPathsAndAddTheDefaultExtension) {
+  const std::wstring filter = L"Excel (*.csv)|*.csv|Text (*.txt)|*.txt||";
+  run("@answer file /tmp/vira ui/points");
+  run("@answer file /tmp/Data.TXT");
+  run("@answer file cancel");
+  CFileDialog save(false, L".csv", L"", OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, filter);
+  int result = 0;
+  EXPECT_EQ(transcriptOf([&] { result = save.DoModal(); }),
+            "[file save] \"Excel (*.csv)|*.csv|Text (*.txt)|*.txt||\" -> /tmp/vira ui/points\n");
+  EXPECT_EQ(result, IDOK);
+  EXPECT_EQ(save.GetPathName(), L"/tmp/vira ui/points.csv");
+  EXPECT_EQ(save.GetFileName(), L"points.csv");
+  EXPECT_EQ(save.GetFileTitle(), L"points");
+  transcriptOf([&] { result = save.DoModal(); });
+  EXPECT_EQ(save.GetFileExt(), L"TXT");
+  EXPECT_EQ(transcriptOf([&] { result = save.DoModal(); }),
+            "[file save] \"Excel (*.csv)|*.csv|Text (*.txt)|*.txt||\" -> cancel\n");
+  EXPECT_EQ(result, IDCANCEL);
+  transcriptOf([&] { result = save.DoModal(); });  // nothing queued, no script: cancelled
+  EXPECT_EQ(result, IDCANCEL);
+
+  run("@answer file /nonexistent/drawing.dxf");
+  CFileDialog open(true, L"dxf", L"", OFN_FILEMUSTEXIST, L"DXF (*.dxf)|*.dxf||");
+  EXPECT_THROW(open.DoModal(), ScriptError);
+}
+
+TEST_F(UiTest, ToolbarButtonsReachTheToolbarOrItsOwner) {
+  struct Recorder : CDialog {
+    std::vector<int> commands;
+    bool OnCommand(int id, int code) override {
+      if (code == BN_CLICKED) commands.push_back(id);
+      return true;
+    }
+  };
+  struct Bar : CToolBar {
+    std::vector<int> commands;
+    bool OnCommand(int id, int) override {
+      if (id != 40002) return false;
+      commands.push_back(id);
+      return true;
+    }
+  };
+  Bar bar;
+  Recorder owner;
+  ASSERT_TRUE(owner.Create(kDialog));
+  ASSERT_TRUE(bar.CreateEx(AfxGetMainWnd(), TBSTYLE_FLAT, WS_CHILD | WS_VISIBLE | 0x2000, CRect(), AFX_IDW_TOOLBAR));
+  EXPECT_FALSE(bar.LoadToolBar(4008));
+  EXPECT_EQ(fail("@toolbar 40002"), "no toolbar has a button 40002");
+  ASSERT_TRUE(bar.LoadToolBar(kToolbar));
+  EXPECT_EQ(bar.GetCount(), 3);
+  EXPECT_EQ(bar.GetItemID(1), 0);
+  bar.SetWindowText(L"VIRA cadtools");
+  bar.SetOwner(&owner);
+  run("@toolbar 40002");
+  run("@toolbar 40001");
+  EXPECT_EQ(bar.commands, std::vector<int>{40002});
+  EXPECT_EQ(owner.commands, std::vector<int>{40001});
+  EXPECT_EQ(fail("@toolbar 0"), "no toolbar has a button 0");
+  bar.DestroyWindow();
+  EXPECT_EQ(fail("@toolbar 40001"), "no toolbar has a button 40001");
+}
+
+TEST_F(UiTest, LanguageResourcesReplaceWhatTheyHaveAndFallBackForTheRest) {
+  ui::ResourceModule english;
+  english.dialogs[kDialog] = resources_.dialogs[kDialog];
+  english.dialogs[kDialog].title = L"Test dialog";
+  ui::registerResourceModule(&english);
+  AfxSetResourceHandle(&english);
+  {
+    TestDialog dialog;
+    ASSERT_TRUE(dialog.Create(kDialog));
+    EXPECT_EQ(dialog.GetWindowText(), L"Test dialog");
+  }
+  std::wstring text;
+  EXPECT_TRUE(AfxLoadString(1, text));  // not in the language module: the module's own
+  EXPECT_EQ(text, L"Zeile eins\nZeile zwei");
+  EXPECT_FALSE(AfxLoadString(2, text));
+  EXPECT_EQ(text, L"");
+  ui::unregisterResourceModule(&english);
+  EXPECT_EQ(AfxGetResourceHandle(), &resources_);
+
+  std::wstring error;
+  EXPECT_EQ(ui::loadResourceLibrary(L"/nonexistent/ViraCadtoolsV10_ENG.so", error), nullptr);
+  EXPECT_EQ(error, L"No such file or directory");
+}
+
+TEST_F(UiTest, MessageBoxAskedOnAWorkerThreadIsShownOnTheUiThreadWhileTheWorkerWaits) {
+  run("@answer message yes");
+  std::atomic<bool> done{false};
+  int answer = 0;
+  std::thread worker([&] {
+    EXPECT_FALSE(host::ui::onUiThread());
+    answer = AfxMessageBox(L"Neue Version verfügbar", MB_YESNO);
+    done = true;
+  });
+  const std::string transcript = transcriptOf([&] {
+    while (!done) {
+      host::ui::runPendingUiCalls();
+      std::this_thread::yield();
+    }
+  });
+  worker.join();
+  EXPECT_EQ(answer, IDYES);
+  EXPECT_EQ(transcript, "[message] \"Neue Version verfügbar\" (yes/no) -> yes\n");
+}
+
+}  // namespace
+}  // namespace uitest
