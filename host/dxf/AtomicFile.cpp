@@ -24,7 +24,10 @@ bool replaceFileAtomically(const std::filesystem::path& target, const std::funct
   }
   const std::filesystem::path dir = target.parent_path().empty() ? "." : target.parent_path();
   // A temporary in the same directory, so that the rename stays within one file system.
-  std::string pattern = (dir / ("." + target.filename().string() + ".XXXXXX")).string();
+  std::string leaf = ".";
+  leaf += target.filename().string();
+  leaf += ".XXXXXX";
+  const std::string pattern = (dir / leaf).string();
   std::vector<char> tmpName(pattern.begin(), pattern.end());
   tmpName.push_back('\0');
   const int fd = ::mkstemp(tmpName.data());

@@ -263,7 +263,12 @@ bool Document::save(const std::filesystem::path& path, std::string& error) const
 
 std::string_view Document::versionCode() const { return impl_->versionCode; }
 
-bool Document::hasHandles() const { return version_ >= Version::R13 || rawHeader("$HANDSEED").has_value(); }
+bool Document::hasHandles() const {
+  if (version_ >= Version::R13) return true;
+  // R12 carries handles only where $HANDLING switches them on.
+  const auto handling = rawHeader("$HANDLING");
+  return rawHeader("$HANDSEED").has_value() && (!handling || parseInteger(*handling).value_or(1) != 0);
+}
 
 std::string Document::decode(std::string_view raw) const { return impl_->codec.decode(raw); }
 std::string Document::encode(std::string_view utf8) const { return impl_->codec.encode(utf8); }

@@ -60,7 +60,7 @@ class Document {
 
   Version version() const { return version_; }
   std::string_view versionCode() const;  // "AC1009" ... "AC1032"
-  bool hasHandles() const;               // R13 and later always; R12 when it carries $HANDSEED
+  bool hasHandles() const;               // R13 and later always; R12 with $HANDSEED and $HANDLING on
 
   // Text conversion in this drawing's encoding (see the top of this file).
   std::string decode(std::string_view raw) const;
