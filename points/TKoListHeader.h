@@ -62,35 +62,11 @@ public:
 
     // Takes the element (the list owns it). An element with the same number is replaced: the new
     // one goes to its place and the old one is deleted. Otherwise the element is appended.
-    T* Put(T* element)
-    {
-        if (!element)
-            return nullptr;
-        T* old = FindByNumber(element->number);
-        if (!old)
-            return this->Append(element);
-        if (old == element)
-            return element;
-        this->InsertBefore(old, element);
-        this->Delete(old);
-        return element;
-    }
+    T* Put(T* element) { return PutOrReplace(element, false); }
     T* PutCopy(const T& element) { return Put(new T(element)); }
 
     // As Put, but a new number is inserted in sort order.
-    T* PutSorted(T* element)
-    {
-        if (!element)
-            return nullptr;
-        T* old = FindByNumber(element->number);
-        if (!old)
-            return this->InsertSorted(element);
-        if (old == element)
-            return element;
-        this->InsertBefore(old, element);
-        this->Delete(old);
-        return element;
-    }
+    T* PutSorted(T* element) { return PutOrReplace(element, true); }
     T* PutCopySorted(const T& element) { return PutSorted(new T(element)); }
 
     T* FindByName(std::string_view name, bool ignoreCase = false) const
@@ -136,6 +112,20 @@ public:
     }
 
 private:
+    T* PutOrReplace(T* element, bool sorted)
+    {
+        if (!element)
+            return nullptr;
+        T* old = FindByNumber(element->number);
+        if (!old)
+            return sorted ? this->InsertSorted(element) : this->Append(element);
+        if (old == element)
+            return element;
+        this->InsertBefore(old, element);
+        this->Delete(old);
+        return element;
+    }
+
     void Send(std::int32_t code, const T* element, std::intptr_t value, const KoObserver* skip)
     {
         KoEvent event;

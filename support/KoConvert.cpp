@@ -128,8 +128,7 @@ UniToAnsi::UniToAnsi(const wchar_t* text)
     if (!text || !*text)
         return;
     const std::wstring_view wide(text);
-    m_size = 3 * Utf16Units(wide);
-    m_buffer = new char[m_size]();
+    Allocate(3 * Utf16Units(wide));
     const std::string utf8 = KoWideToUtf8(wide);
     if (utf8.size() + 1 > m_size)
         return;  // does not fit with its terminator: the conversion fails, the buffer stays empty
@@ -137,15 +136,12 @@ UniToAnsi::UniToAnsi(const wchar_t* text)
     m_converted = true;
 }
 
-UniToAnsi::~UniToAnsi() { delete[] m_buffer; }
-
 AnsiToUni::AnsiToUni(const char* text)
 {
     if (!text || !*text)
         return;
     const std::string_view narrow(text);
-    m_size = narrow.size() + 2;
-    m_buffer = new wchar_t[m_size]();
+    Allocate(narrow.size() + 2);
     const std::wstring wide = KoUtf8ToWide(narrow);
     // At most n + 1 characters (terminator included) are filled; UTF-8 never needs more.
     if (wide.size() + 1 > narrow.size() + 1)
@@ -153,8 +149,6 @@ AnsiToUni::AnsiToUni(const char* text)
     std::wmemcpy(m_buffer, wide.c_str(), wide.size() + 1);
     m_converted = true;
 }
-
-AnsiToUni::~AnsiToUni() { delete[] m_buffer; }
 
 GetAnsiOrShortPath::GetAnsiOrShortPath(const wchar_t* path, bool create)
 {

@@ -18,44 +18,50 @@ std::wstring KoUtf8ToWide(std::string_view text);
 // True for null, for empty, and when every character is below 128.
 bool KoIsAscii(const wchar_t* text);
 
-class UniToAnsi {
+// The owned result buffer of a conversion: none for null or empty input, and left empty ("") when the
+// text did not fit.
+template <class C>
+class TKoConvertBuffer {
 public:
-    explicit UniToAnsi(const wchar_t* text);
-    explicit UniToAnsi(const std::wstring& text) : UniToAnsi(text.c_str()) {}
-    UniToAnsi(const UniToAnsi&) = delete;
-    UniToAnsi& operator=(const UniToAnsi&) = delete;
-    virtual ~UniToAnsi();
+    TKoConvertBuffer(const TKoConvertBuffer&) = delete;
+    TKoConvertBuffer& operator=(const TKoConvertBuffer&) = delete;
+    virtual ~TKoConvertBuffer() { delete[] m_buffer; }
 
     // The buffer, or null when the input was null or empty.
-    const char* Get() const { return m_buffer; }
-    // Never null: "" without a buffer or after a failed conversion.
-    const char* c_str() const { return m_buffer ? m_buffer : ""; }
+    const C* Get() const { return m_buffer; }
+    // Never null: empty without a buffer or after a failed conversion.
+    const C* c_str() const
+    {
+        static constexpr C kEmpty[1] = {};
+        return m_buffer ? m_buffer : kEmpty;
+    }
     bool Converted() const { return m_converted; }
-    std::size_t BufferSize() const { return m_size; }
+    std::size_t BufferSize() const { return m_size; }  // in characters of the buffer
 
-private:
-    char* m_buffer = nullptr;
+protected:
+    TKoConvertBuffer() = default;
+    C* Allocate(std::size_t size)
+    {
+        m_size = size;
+        m_buffer = new C[size]();
+        return m_buffer;
+    }
+
+    C* m_buffer = nullptr;
     std::size_t m_size = 0;
     bool m_converted = false;
 };
 
-class AnsiToUni {
+class UniToAnsi : public TKoConvertBuffer<char> {
+public:
+    explicit UniToAnsi(const wchar_t* text);
+    explicit UniToAnsi(const std::wstring& text) : UniToAnsi(text.c_str()) {}
+};
+
+class AnsiToUni : public TKoConvertBuffer<wchar_t> {
 public:
     explicit AnsiToUni(const char* text);
     explicit AnsiToUni(const std::string& text) : AnsiToUni(text.c_str()) {}
-    AnsiToUni(const AnsiToUni&) = delete;
-    AnsiToUni& operator=(const AnsiToUni&) = delete;
-    virtual ~AnsiToUni();
-
-    const wchar_t* Get() const { return m_buffer; }
-    const wchar_t* c_str() const { return m_buffer ? m_buffer : L""; }
-    bool Converted() const { return m_converted; }
-    std::size_t BufferSize() const { return m_size; }  // in wide characters
-
-private:
-    wchar_t* m_buffer = nullptr;
-    std::size_t m_size = 0;
-    bool m_converted = false;
 };
 
 // A narrow form of a wide path, for interfaces that take only narrow file names.

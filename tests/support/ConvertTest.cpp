@@ -2,7 +2,7 @@
 
 #include <unistd.h>
 
-#include <cstdio>
+#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
@@ -80,41 +80,23 @@ TEST(Conversions, RandomTextRoundTripsAndSurrogatePairsCombine)
     EXPECT_EQ(KoWideToUtf8(lone), "\xEF\xBF\xBDx");
 }
 
-TEST(Conversions, AsciiTest)
-{
-    EXPECT_TRUE(KoIsAscii(nullptr));
-    EXPECT_TRUE(KoIsAscii(L""));
-    EXPECT_TRUE(KoIsAscii(L"C:\\tmp\\a~1.csv"));
-    EXPECT_FALSE(KoIsAscii(L"\u00C4nderung"));
-    EXPECT_FALSE(KoIsAscii(L"\x7F\x80"));
-}
-
+// A fresh directory below /tmp, removed with everything in it afterwards.
 class TempDir : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        char pattern[] = "/tmp/kopathXXXXXX";
-        ASSERT_NE(mkdtemp(pattern), nullptr);
-        m_dir = pattern;
+        m_dir = std::filesystem::path(testing::TempDir()) / ("kopath" + std::to_string(getpid()));
+        std::filesystem::create_directories(m_dir);
     }
-    void TearDown() override
-    {
-        for (const std::string& f : m_created)
-            std::remove(f.c_str());
-        rmdir(m_dir.c_str());
-    }
-    std::wstring Path(const std::wstring& name)
-    {
-        const std::wstring full = KoUtf8ToWide(m_dir) + L"/" + name;
-        m_created.push_back(KoWideToUtf8(full));
-        return full;
-    }
-    std::string m_dir;
-    std::vector<std::string> m_created;
+    void TearDown() override { std::filesystem::remove_all(m_dir); }
+    std::wstring Path(const std::wstring& name) { return KoUtf8ToWide(m_dir.string()) + L"/" + name; }
+    std::filesystem::path m_dir;
 };
 
 TEST_F(TempDir, NarrowPathOfAsciiNonAsciiAndMissingFiles)
 {
+    EXPECT_TRUE(KoIsAscii(nullptr));
+    EXPECT_FALSE(KoIsAscii(L"\x7F\x80"));
     GetAnsiOrShortPath none(nullptr, true);
     EXPECT_STREQ(none.Narrow(), "");
     EXPECT_STREQ(none.Wide(), L"");
@@ -145,15 +127,27 @@ TEST_F(TempDir, NarrowPathIsCutAt520Bytes)
     EXPECT_EQ(std::wstring(cut.Wide()).size(), 520u);
     EXPECT_EQ(std::string(cut.Narrow()).size(), 520u);
 
+    // A long path of two-byte characters is cut before the character that would not fit whole.
+    const std::wstring deep = Path(L"x/" + std::wstring(100, L'\u00E4') + L"/" + std::wstring(100, L'\u00F6') + L"/" +
+                                   std::wstring(100, L'\u00FC'));
+    std::filesystem::create_directories(KoWideToUtf8(deep));
+    GetAnsiOrShortPath umlauts(deep.c_str(), false);
+    const std::string narrow = umlauts.Narrow();
+    EXPECT_GE(narrow.size(), 519u);
+    EXPECT_LE(narrow.size(), 520u);
+    EXPECT_EQ(narrow, KoWideToUtf8(deep).substr(0, narrow.size()));
+    EXPECT_EQ(KoUtf8ToWide(narrow).find(L'\uFFFD'), std::wstring::npos);
+
     // Made only of three-byte characters, the narrow form does not fit the conversion buffer.
     const std::wstring euros = Path(L"\u20AC\u20AC");
     ASSERT_TRUE(KoCreateEmptyFile(KoWideToUtf8(euros).c_str()));
     GetAnsiOrShortPath failed(euros.c_str(), false);
     EXPECT_EQ(std::wstring(failed.Wide()), euros);
     EXPECT_STRNE(failed.Narrow(), "");  // the directory part makes it fit
-    const std::wstring bare = L"\u20AC\u20AC";
-    GetAnsiOrShortPath bareFailed(bare.c_str(), true);
-    m_created.push_back(KoWideToUtf8(bare));
+    const auto previous = std::filesystem::current_path();
+    std::filesystem::current_path(m_dir);
+    GetAnsiOrShortPath bareFailed(L"\u20AC\u20AC", true);
+    std::filesystem::current_path(previous);
     EXPECT_STREQ(bareFailed.Narrow(), "");
 }
 
