@@ -159,49 +159,44 @@ bool KoCalcTrafo2D::EstimateHelmert(const KoPointList& source)
     return true;
 }
 
+bool KoCalcTrafo2D::EstimateInOrder(const KoPointList& source, int32_t type, size_t minimumPoints,
+                                    const ObservationFiller& fill)
+{
+    const int u = ParameterCount(type);
+    KoVector s;
+    if (!Solve(source, u, minimumPoints, fill, s))
+        return false;
+    for (int i = 0; i < u; ++i)
+        m_p[i] = s[i + 1];
+    m_type = type;
+    return true;
+}
+
 bool KoCalcTrafo2D::EstimateAffin(const KoPointList& source)
 {
-    KoVector s;
-    const bool solved = Solve(source, 6, 3, [](double x, double y, double X, double Y, KoVector& fx, KoVector& fy) {
+    const auto fill = [](double x, double y, double X, double Y, KoVector& fx, KoVector& fy) {
         fx[1] = 1.0; fx[2] = x; fx[3] = y; fx[7] = X;
         fy[4] = 1.0; fy[5] = x; fy[6] = y; fy[7] = Y;
-    }, s);
-    if (!solved)
-        return false;
-    for (int i = 0; i < 6; ++i)
-        m_p[i] = s[i + 1];
-    m_type = kAffin;
-    return true;
+    };
+    return EstimateInOrder(source, kAffin, 3, fill);
 }
 
 bool KoCalcTrafo2D::EstimateProjektiv(const KoPointList& source)
 {
-    KoVector s;
-    const bool solved = Solve(source, 8, 4, [](double x, double y, double X, double Y, KoVector& fx, KoVector& fy) {
+    const auto fill = [](double x, double y, double X, double Y, KoVector& fx, KoVector& fy) {
         fx[1] = x; fx[2] = y; fx[3] = 1.0; fx[7] = -x * X; fx[8] = -y * X; fx[9] = X;
         fy[4] = x; fy[5] = y; fy[6] = 1.0; fy[7] = -x * Y; fy[8] = -y * Y; fy[9] = Y;
-    }, s);
-    if (!solved)
-        return false;
-    for (int i = 0; i < 8; ++i)
-        m_p[i] = s[i + 1];
-    m_type = kProjektiv;
-    return true;
+    };
+    return EstimateInOrder(source, kProjektiv, 4, fill);
 }
 
 bool KoCalcTrafo2D::EstimatePolynomial(const KoPointList& source)
 {
-    KoVector s;
-    const bool solved = Solve(source, 20, 10, [](double x, double y, double X, double Y, KoVector& fx, KoVector& fy) {
+    const auto fill = [](double x, double y, double X, double Y, KoVector& fx, KoVector& fy) {
         PolynomialTerms(x, y, fx, 1);
         fx[21] = X;
         PolynomialTerms(x, y, fy, 11);
         fy[21] = Y;
-    }, s);
-    if (!solved)
-        return false;
-    for (int i = 0; i < 20; ++i)
-        m_p[i] = s[i + 1];
-    m_type = kPolynomial;
-    return true;
+    };
+    return EstimateInOrder(source, kPolynomial, 10, fill);
 }

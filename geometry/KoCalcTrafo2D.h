@@ -59,11 +59,15 @@ public:
 
 private:
     // Fills the two observation vectors (u coefficients, then the observed value) of one pair.
-    using ObservationFiller = std::function<void(double x, double y, double X, double Y, KoVector& forX, KoVector& forY)>;
+    using ObservationFiller =
+        std::function<void(double x, double y, double X, double Y, KoVector& forX, KoVector& forY)>;
 
     // Accumulates and solves the normal equations of u unknowns; the solution lands in solution(1 ... u).
     bool Solve(const KoPointList& source, int unknowns, size_t minimumPoints, const ObservationFiller& fill,
                KoVector& solution);
+    // Estimates a type whose parameters are the unknowns in order (all but Helmert) and sets the type.
+    bool EstimateInOrder(const KoPointList& source, int32_t type, size_t minimumPoints,
+                         const ObservationFiller& fill);
 
     KoPointList m_ownList;
     KoPointList* m_reference;
