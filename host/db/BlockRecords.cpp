@@ -1,0 +1,75 @@
+// Block records: model space takes new entities; each block lists its entities for iteration.
+#include "host/WideText.h"
+#include "host/db/DbModel.h"
+#include "sdk/AcDbEntity.h"
+#include "sdk/AcDbSymbolTables.h"
+
+using host::db::ObjectRecord;
+using host::db::Space;
+
+namespace {
+
+const host::db::BlockSlot* slotOf(const AcDbObject& object) {
+  const ObjectRecord* r = object.imp()->record;
+  return r ? &r->drawing->blocks[r->block] : nullptr;
+}
+
+}  // namespace
+
+AcDbBlockTableRecord::~AcDbBlockTableRecord() = default;
+
+bool AcDbBlockTableRecord::isLayout() const {
+  const host::db::BlockSlot* slot = slotOf(*this);
+  return slot != nullptr && slot->isLayout;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning,
+                                                    bool skipDeleted) const {
+  iterator = nullptr;
+  const host::db::BlockSlot* slot = slotOf(*this);
+  if (slot == nullptr) return Acad::eNoDatabase;
+  AcDbImpDatabase& drawing = *imp()->record->drawing;
+  // The store reaches the entities of model and paper space; other blocks are walked as empty.
+  std::vector<AcDbObjectId> ids;
+  if (slot->space == Space::Model) ids = drawing.modelSpace;
+  if (slot->space == Space::Paper) ids = drawing.paperSpace;
+  iterator = new AcDbBlockTableRecordIterator(std::move(ids));
+  iterator->start(atBeginning, skipDeleted);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
+  AcDbObjectId id;
+  return appendAcDbEntity(id, entity);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
+  id.setNull();
+  if (Acad::ErrorStatus es = host::db::checkWritable(*this); es != Acad::eOk) return es;
+  if (entity == nullptr) return Acad::eNullEntityPointer;
+  if (!entity->isNewObject()) return Acad::eAlreadyInDb;
+  // The store appends to model space only.
+  if (slotOf(*this)->space != Space::Model) return Acad::eNotApplicable;
+
+  AcDbImpDatabase& drawing = *imp()->record->drawing;
+  dxf::Document& doc = drawing.doc();
+  AcDbImpObject& imp = *entity->imp();
+  std::string layerName = imp.layer.empty() ? drawing.currentLayer() : host::toUtf8(imp.layer);
+  std::optional<dxf::LayerRecord> layer = doc.findLayer(layerName);
+  if (!layer) layer = doc.findLayer("0");
+  std::string rawLayer = layer ? std::string(layer->rawName()) : std::string("0");
+
+  dxf::TagList tags = std::move(imp.entity.tags);
+  tags.insert(0, 8, std::move(rawLayer));
+  dxf::Entity& stored = doc.appendToModelSpace(imp.entity.type, std::move(tags));
+
+  // From here on the entity is the drawing's, open for writing until the caller closes it.
+  ObjectRecord* r = host::db::findRecord(drawing.addModelSpaceEntity(stored));
+  imp.record = r;
+  imp.opens.assign(1, AcDb::kForWrite);
+  imp.entity = {};
+  imp.layer.clear();
+  r->open = entity;
+  id = r->id();
+  return Acad::eOk;
+}

@@ -1,0 +1,62 @@
+#include "host/db/Drawing.h"
+
+#include "host/WideText.h"
+#include "host/db/DbModel.h"
+
+namespace {
+
+std::unique_ptr<AcDbImpDatabase>& working() {
+  static auto* drawing = new std::unique_ptr<AcDbImpDatabase>;
+  return *drawing;
+}
+
+}  // namespace
+
+namespace host {
+
+bool openDrawing(const std::string& path, std::string& error) {
+  error.clear();
+  std::unique_ptr<dxf::Document> doc = dxf::Document::load(path, error);
+  if (!doc) {
+    if (error.empty()) error = path + ": cannot be read as a drawing";
+    return false;
+  }
+  // The new drawing is complete before the old one goes, so a failure above changes nothing.
+  auto drawing = std::make_unique<AcDbImpDatabase>(std::move(doc), path);
+  closeDrawing();
+  working() = std::move(drawing);
+  return true;
+}
+
+bool saveDrawing(const std::string& path, std::string& error) {
+  error.clear();
+  AcDbImpDatabase* drawing = working().get();
+  if (drawing == nullptr) {
+    error = "no drawing is open";
+    return false;
+  }
+  const std::string& target = path.empty() ? drawing->path() : path;
+  if (!drawing->doc().save(target, error)) {
+    if (error.empty()) error = target + ": cannot be written";
+    return false;
+  }
+  return true;
+}
+
+bool hasDrawing() { return working() != nullptr; }
+
+std::string drawingPath() { return working() ? working()->path() : std::string(); }
+
+void closeDrawing() { working().reset(); }
+
+std::wstring currentLayerName() { return working() ? fromUtf8(working()->currentLayer()) : std::wstring(); }
+
+dxf::Document* workingDocument() { return working() ? &working()->doc() : nullptr; }
+
+}  // namespace host
+
+namespace host::db {
+
+AcDbImpDatabase* workingDrawing() { return working().get(); }
+
+}  // namespace host::db

@@ -1,0 +1,205 @@
+// Opening and closing objects, and what every object answers about itself.
+#include "host/db/DbModel.h"
+#include "sdk/AcDbEntities.h"
+#include "sdk/AcDbOpen.h"
+#include "sdk/AcDbSymbolTables.h"
+
+#include <algorithm>
+
+using host::db::Kind;
+using host::db::ObjectRecord;
+
+namespace {
+
+bool holds(const std::vector<AcDb::OpenMode>& opens, AcDb::OpenMode mode) {
+  return std::find(opens.begin(), opens.end(), mode) != opens.end();
+}
+
+// Whether one more open in `mode` may join the opens already held.
+Acad::ErrorStatus admit(const std::vector<AcDb::OpenMode>& opens, AcDb::OpenMode mode) {
+  switch (mode) {
+    case AcDb::kForRead:
+      return holds(opens, AcDb::kForWrite) ? Acad::eWasOpenForWrite : Acad::eOk;
+    case AcDb::kForWrite:
+      if (holds(opens, AcDb::kForWrite)) return Acad::eWasOpenForWrite;
+      if (holds(opens, AcDb::kForNotify)) return Acad::eWasOpenForNotify;
+      if (holds(opens, AcDb::kForRead)) return Acad::eWasOpenForRead;
+      return Acad::eOk;
+    case AcDb::kForNotify:
+      return holds(opens, AcDb::kForNotify) ? Acad::eWasOpenForNotify : Acad::eOk;
+  }
+  return Acad::eInvalidOpenState;
+}
+
+// The in-memory object for a record: the class follows the kind and, for entities, the DXF type.
+AcDbObject* makeObject(ObjectRecord& r) {
+  auto* imp = new AcDbImpObject;
+  imp->kind = r.kind;
+  imp->record = &r;
+  switch (r.kind) {
+    case Kind::Entity:
+      if (r.item->type == "POINT") return new AcDbPoint(imp);
+      if (r.item->type == "LINE") return new AcDbLine(imp);
+      return new AcDbEntity(imp);
+    case Kind::BlockRecord: return new AcDbBlockTableRecord(imp);
+    case Kind::LayerRecord: return new AcDbLayerTableRecord(imp);
+    case Kind::LinetypeRecord: return new AcDbLinetypeTableRecord(imp);
+    case Kind::BlockTable: return new AcDbBlockTable(imp);
+    case Kind::LayerTable: return new AcDbLayerTable(imp);
+    case Kind::LinetypeTable: return new AcDbLinetypeTable(imp);
+  }
+  delete imp;
+  return nullptr;
+}
+
+}  // namespace
+
+bool AcDbImpObject::writable() const { return isNew() || (record != nullptr && holds(opens, AcDb::kForWrite)); }
+
+namespace host::db {
+
+Acad::ErrorStatus openObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+  object = nullptr;
+  if (mode != AcDb::kForRead && mode != AcDb::kForWrite && mode != AcDb::kForNotify) return Acad::eInvalidOpenState;
+  if (id.isNull()) return Acad::eNullObjectId;
+  ObjectRecord* r = findRecord(id);
+  if (r == nullptr) return Acad::eUnknownHandle;
+  if (r->erased && !openErased) return Acad::eWasErased;
+  if (r->open != nullptr) {
+    std::vector<AcDb::OpenMode>& opens = r->open->imp()->opens;
+    if (Acad::ErrorStatus es = admit(opens, mode); es != Acad::eOk) return es;
+    opens.push_back(mode);
+    object = r->open;
+    return Acad::eOk;
+  }
+  AcDbObject* made = makeObject(*r);
+  if (made == nullptr) return Acad::eInvalidInput;
+  made->imp()->opens.push_back(mode);
+  r->open = made;
+  object = made;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus checkWritable(const AcDbObject& object) {
+  const AcDbImpObject& imp = *object.imp();
+  if (imp.detached) return Acad::eNoDatabase;
+  return imp.writable() ? Acad::eOk : Acad::eNotOpenForWrite;
+}
+
+}  // namespace host::db
+
+// ---- AcDbObject ----------------------------------------------------------------------------------------
+
+AcDbObject::~AcDbObject() {
+  // Deleted directly instead of closed: the open ends all the same.
+  if (imp_->record != nullptr && imp_->record->open == this) imp_->record->open = nullptr;
+  delete imp_;
+}
+
+AcDbObjectId AcDbObject::objectId() const { return imp_->record ? imp_->record->id() : AcDbObjectId(); }
+
+AcDbObjectId AcDbObject::ownerId() const { return imp_->record ? imp_->record->owner : AcDbObjectId(); }
+
+AcDbDatabase* AcDbObject::database() const {
+  AcDbImpDatabase* drawing = imp_->drawing();
+  return drawing ? &drawing->facade() : nullptr;
+}
+
+Acad::ErrorStatus AcDbObject::close() {
+  if (imp_->record != nullptr && imp_->opens.size() > 1) {
+    imp_->opens.pop_back();
+    return Acad::eOk;
+  }
+  delete this;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::erase(bool erasing) {
+  if (imp_->isNew()) return Acad::eNotInDatabase;
+  if (Acad::ErrorStatus es = host::db::checkWritable(*this); es != Acad::eOk) return es;
+  ObjectRecord& r = *imp_->record;
+  // The store keeps every table record; only entities can go.
+  if (r.kind != Kind::Entity) return Acad::eNotApplicable;
+  if (!erasing) return r.erased ? Acad::eNotApplicable : Acad::eOk;  // the store cannot take an erase back
+  if (r.erased) return Acad::eWasErased;
+  r.drawing->doc().erase(*r.item);
+  r.erased = true;
+  r.highlighted = false;
+  return Acad::eOk;
+}
+
+bool AcDbObject::isErased() const { return imp_->record != nullptr && imp_->record->erased; }
+
+bool AcDbObject::isReadEnabled() const { return imp_->readable(); }
+
+bool AcDbObject::isWriteEnabled() const { return imp_->writable(); }
+
+bool AcDbObject::isNotifyEnabled() const { return holds(imp_->opens, AcDb::kForNotify); }
+
+bool AcDbObject::isNewObject() const { return imp_->isNew(); }
+
+Acad::ErrorStatus AcDbObject::upgradeOpen() {
+  if (imp_->isNew()) return Acad::eOk;
+  if (imp_->detached) return Acad::eNoDatabase;
+  if (holds(imp_->opens, AcDb::kForWrite)) return Acad::eWasOpenForWrite;
+  if (imp_->opens.size() > 1) return Acad::eHadMultipleReaders;
+  imp_->opens.front() = AcDb::kForWrite;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::downgradeOpen() {
+  if (imp_->isNew()) return Acad::eOk;
+  if (imp_->detached) return Acad::eNoDatabase;
+  auto it = std::find(imp_->opens.begin(), imp_->opens.end(), AcDb::kForWrite);
+  if (it == imp_->opens.end()) return Acad::eNotOpenForWrite;
+  *it = AcDb::kForRead;
+  return Acad::eOk;
+}
+
+// ---- opening by id -------------------------------------------------------------------------------------
+
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+  return host::db::openObject(object, id, mode, openErased);
+}
+
+Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+  entity = nullptr;
+  ObjectRecord* r = host::db::findRecord(id);
+  // Refused before opening, so that a refused open leaves the object's open state as it was.
+  if (r != nullptr && r->kind != Kind::Entity) return Acad::eNotAnEntity;
+  AcDbObject* object = nullptr;
+  Acad::ErrorStatus es = host::db::openObject(object, id, mode, openErased);
+  if (es == Acad::eOk) entity = static_cast<AcDbEntity*>(object);
+  return es;
+}
+
+// ---- ids -----------------------------------------------------------------------------------------------
+
+bool AcDbObjectId::isValid() const { return host::db::findRecord(*this) != nullptr; }
+
+bool AcDbObjectId::isErased() const {
+  ObjectRecord* r = host::db::findRecord(*this);
+  return r != nullptr && r->erased;
+}
+
+AcDbDatabase* AcDbObjectId::database() const {
+  ObjectRecord* r = host::db::findRecord(*this);
+  return r ? &r->drawing->facade() : nullptr;
+}
+
+Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id) {
+  name[0] = name[1] = 0;
+  if (id.isNull()) return Acad::eNullObjectId;
+  name[0] = id.asOldId();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
+  id.setFromOldId(name[0]);
+  if (id.isNull()) return Acad::eNullObjectId;
+  if (!id.isValid()) {
+    id.setNull();
+    return Acad::eUnknownHandle;
+  }
+  return Acad::eOk;
+}

@@ -1,0 +1,161 @@
+// Layer state as the transformation reads it (frozen, off, locked) and as the module sets it when it
+// makes its own layers; checked against what ezdxf reads from the saved file.
+#include "DrawingFixture.h"
+#include "ModelSpace.h"
+
+#include "sdk/AcDbEntities.h"
+#include "sdk/AcDbOpen.h"
+
+namespace {
+
+struct Flags {
+  bool frozen, off, locked;
+  bool operator==(const Flags&) const = default;
+};
+
+Flags flagsOf(AcDbDatabase* db, const ACHAR* name) {
+  AcDbLayerTableRecord* layer = nullptr;
+  EXPECT_EQ(acdbOpenObject(layer, layerId(db, name), AcDb::kForRead), Acad::eOk);
+  if (layer == nullptr) return {};
+  Flags f{layer->isFrozen(), layer->isOff(), layer->isLocked()};
+  layer->close();
+  return f;
+}
+
+}  // namespace
+
+TEST_F(DrawingTest, LayerFlagsAreReadWrittenAndSavedWithoutDisturbingColour) {
+  openSample();
+  EXPECT_EQ(flagsOf(db(), L"Frozen"), (Flags{true, false, false}));
+  EXPECT_EQ(flagsOf(db(), L"Off"), (Flags{false, true, false}));
+  EXPECT_EQ(flagsOf(db(), L"Locked"), (Flags{false, false, true}));
+  EXPECT_EQ(flagsOf(db(), L"survey"), (Flags{false, false, false}));  // names ignore case
+
+  // Make every hidden layer usable again, and hide the survey layer in all three ways at once.
+  for (const ACHAR* name : {L"Frozen", L"Off", L"Locked"}) {
+    AcDbLayerTableRecord* layer = nullptr;
+    ASSERT_EQ(acdbOpenObject(layer, layerId(db(), name), AcDb::kForWrite), Acad::eOk);
+    EXPECT_EQ(layer->setIsFrozen(false), Acad::eOk);
+    EXPECT_EQ(layer->setIsOff(false), Acad::eOk);
+    EXPECT_EQ(layer->setIsLocked(false), Acad::eOk);
+    layer->close();
+  }
+  AcDbLayerTableRecord* survey = nullptr;
+  ASSERT_EQ(acdbOpenObject(survey, layerId(db(), L"Survey"), AcDb::kForWrite), Acad::eOk);
+  survey->setIsFrozen(true);
+  survey->setIsOff(true);
+  survey->setIsLocked(true);
+  survey->setVPDFLT(true);
+  EXPECT_EQ(survey->color().colorIndex(), 3);  // off is a negative colour in the file; the index stays 3
+  EXPECT_EQ(survey->setColor(AcCmColor()), Acad::eInvalidInput);
+  survey->close();
+  EXPECT_EQ(flagsOf(db(), L"Frozen"), (Flags{false, false, false}));
+  EXPECT_EQ(flagsOf(db(), L"Survey"), (Flags{true, true, true}));
+
+  std::string out = python(R"(
+import sys, ezdxf
+doc = ezdxf.readfile(sys.argv[1])
+for name in ("Frozen", "Off", "Locked", "Survey"):
+    l = doc.layers.get(name)
+    print(name, int(l.is_frozen()), int(l.is_off()), int(l.is_locked()), l.color, l.dxf.flags & 2)
+)",
+                           "'" + save("flags.dxf") + "'");
+  EXPECT_EQ(out, "Frozen 0 0 0 7 0\nOff 0 0 0 7 0\nLocked 0 0 0 7 0\nSurvey 1 1 1 3 2\n");
+}
+
+TEST_F(DrawingTest, CurrentLayerIsTheHeadersAndRefusesFrozenLayers) {
+  openSample();
+  EXPECT_EQ(host::currentLayerName(), L"Survey");
+  EXPECT_EQ(db()->clayer(), layerId(db(), L"Survey"));
+  EXPECT_EQ(db()->setClayer(layerId(db(), L"Frozen")), Acad::eInvalidLayer);
+  EXPECT_EQ(db()->setClayer(AcDbObjectId()), Acad::eInvalidInput);
+  EXPECT_EQ(db()->setClayer(firstOnLayer(db(), L"Survey")), Acad::eInvalidInput);  // an entity, not a layer
+  EXPECT_EQ(host::currentLayerName(), L"Survey");
+  EXPECT_EQ(db()->setClayer(layerId(db(), L"Locked")), Acad::eOk);
+  EXPECT_EQ(host::currentLayerName(), L"Locked");
+}
+
+// The module's way of making its tool layer, then a point on it and a line on the current layer, in
+// every format generation; ezdxf must read each result without audit errors.
+TEST_F(DrawingTest, AddedLayersAndEntitiesSaveAsValidDrawings) {
+  for (const char* version : {"R12", "R2000", "R2018"}) {
+    SCOPED_TRACE(version);
+    openSample(version);
+    AcDbLayerTable* layers = nullptr;
+    ASSERT_EQ(db()->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+    ASSERT_FALSE(layers->has(L"TRELLANOVA_KoVira"));
+    auto* record = new AcDbLayerTableRecord;
+    record->setName(L"TRELLANOVA_KoVira");
+    record->setIsFrozen(false);
+    record->setIsLocked(false);
+    record->setIsOff(false);
+    record->setVPDFLT(false);
+    AcCmColor magenta;
+    magenta.setColorIndex(6);
+    record->setColor(magenta);
+    AcDbLinetypeTable* linetypes = nullptr;
+    ASSERT_EQ(db()->getLinetypeTable(linetypes), Acad::eOk);
+    AcDbObjectId continuous;
+    ASSERT_EQ(linetypes->getAt(L"CONTINUOUS", continuous), Acad::eOk);
+    linetypes->close();
+    record->setLinetypeObjectId(continuous);
+    AcDbObjectId toolLayer;
+    ASSERT_EQ(layers->add(toolLayer, record), Acad::eOk);
+    EXPECT_FALSE(toolLayer.isNull());
+    EXPECT_EQ(layers->add(record), Acad::eAlreadyInDb);
+    EXPECT_EQ(record->linetypeObjectId(), continuous);
+    record->close();
+
+    auto* duplicate = new AcDbLayerTableRecord;
+    duplicate->setName(L"trellanova_kovira");
+    EXPECT_EQ(layers->add(duplicate), Acad::eDuplicateRecordName);
+    duplicate->close();
+    EXPECT_TRUE(layers->has(toolLayer));
+    layers->close();
+
+    AcDbBlockTable* blocks = nullptr;
+    ASSERT_EQ(db()->getBlockTable(blocks), Acad::eOk);
+    AcDbBlockTableRecord* model = nullptr;
+    ASSERT_EQ(blocks->getAt(ACDB_MODEL_SPACE, model, AcDb::kForWrite), Acad::eOk);
+    blocks->close();
+    auto* point = new AcDbPoint({2561234.5678901, 5634012.3456789, 99.25});
+    ASSERT_EQ(point->setLayer(toolLayer), Acad::eOk);
+    EXPECT_EQ(point->setLayer(L"NoSuchLayer"), Acad::eKeyNotFound);
+    AcDbObjectId pointId;
+    ASSERT_EQ(model->appendAcDbEntity(pointId, point), Acad::eOk);
+    EXPECT_EQ(point->objectId(), pointId);
+    EXPECT_TRUE(point->isWriteEnabled());
+    EXPECT_EQ(point->layerId(), toolLayer);
+    point->close();
+    auto* line = new AcDbLine({1, 2, 3}, {4, 5, 6});
+    line->setColorIndex(1);
+    ASSERT_EQ(model->appendAcDbEntity(line), Acad::eOk);
+    EXPECT_EQ(model->appendAcDbEntity(line), Acad::eAlreadyInDb);
+    line->close();
+    model->close();
+    EXPECT_EQ(modelSpaceIds(db()).back(), modelSpaceIds(db(), false).back());
+    EXPECT_EQ(modelSpaceIds(db()).size(), 9u);
+
+    std::string path = save(std::string("added-") + version + ".dxf");
+    expectAuditClean(path);
+    std::string out = python(R"(
+import sys, ezdxf
+doc = ezdxf.readfile(sys.argv[1])
+l = doc.layers.get("TRELLANOVA_KoVira")
+print(l.color, l.dxf.linetype.upper(), int(l.is_frozen()), int(l.is_off()), int(l.is_locked()))
+msp = doc.modelspace()
+p = msp.query("POINT")[-1]
+print(p.dxf.layer, repr(tuple(p.dxf.location)))
+ln = msp.query("LINE")[-1]
+print(ln.dxf.layer, ln.dxf.color, tuple(ln.dxf.start), tuple(ln.dxf.end))
+handles = [e.dxf.handle for e in doc.entitydb.values()]
+print(len(handles) == len(set(handles)))
+)",
+                             "'" + path + "'");
+    EXPECT_EQ(out,
+              "6 CONTINUOUS 0 0 0\n"
+              "TRELLANOVA_KoVira (2561234.5678901, 5634012.3456789, 99.25)\n"
+              "Survey 1 (1.0, 2.0, 3.0) (4.0, 5.0, 6.0)\n"
+              "True\n");
+  }
+}
