@@ -13,6 +13,7 @@ bool KoStandardNotifier::Attach(KoObserver* observer)
     if (!observer || observer->m_notifier)
         return false;
     if (m_count == m_capacity) {
+        // Doubling when full; an empty notifier starts with room for a few observers.
         const std::uint32_t capacity = m_capacity == 0 ? 4 : m_capacity * 2;
         Cell** cells = new Cell*[capacity]();
         for (std::uint32_t i = 0; i < m_count; ++i)

@@ -93,13 +93,16 @@ public:
         return element;
     }
 
-    // Links the element before `position` (which must be in this list); on an empty list appends.
+    // Links the element before `position`; on an empty list (or without a position) appends.
+    // A position that is not in this list is refused: null, and the element stays the caller's.
     virtual T* InsertBefore(T* position, T* element)
     {
         if (!element)
             return nullptr;
         if (!m_head || !position)
             return Append(element);
+        if (position != m_head && !Contains(position))
+            return nullptr;
         KoBaseListnode* before = Node(position)->m_prev;
         Node(element)->m_prev = before;
         Node(element)->m_next = position;
@@ -124,7 +127,8 @@ public:
         return Append(element);
     }
 
-    // Unlinks the element and hands it back; the caller owns it. Null if it is not in this list.
+    // Unlinks the element and hands it back; the caller owns it. Null if it is not in this list
+    // (membership is checked by walking the chain, so a removal costs one walk).
     virtual T* Remove(T* element)
     {
         if (!element || !Contains(element))

@@ -73,6 +73,7 @@ TEST_F(ListTest, LinkingRemovalAndOwnership)
         EXPECT_EQ(list.CheckMember(&stranger), -1);
         EXPECT_FALSE(list.Contains(&stranger));
         EXPECT_EQ(list.Remove(&stranger), nullptr);
+        EXPECT_EQ(list.InsertBefore(&stranger, &stranger), nullptr);  // not a position of this list
 
         // Removing hands the element back, unlinked; the list no longer deletes it.
         std::unique_ptr<Rec> taken(list.Remove(two));
