@@ -3,6 +3,9 @@
 #include "geometry/KoMatrix.h"
 #include "support/KoTokenReader.h"
 
+#include <stdexcept>
+#include <string>
+
 namespace {
 
 const char* const kTypeNames[] = {"None", "Helmert", "Affin", "Projektiv", "Polynomial", "Inv. Helmert"};
@@ -55,6 +58,13 @@ bool KoTrafo2d::Apply(double& x, double& y) const
     x = tx;
     y = ty;
     return true;
+}
+
+int KoTrafo2d::Checked(int index)
+{
+    if (index < 0 || index >= kParameterCount)
+        throw std::out_of_range("KoTrafo2d: parameter index " + std::to_string(index));
+    return index;
 }
 
 int KoTrafo2d::ParameterCount(int32_t type)

@@ -35,8 +35,9 @@ public:
 
     int32_t GetType() const { return m_type; }
     void SetType(int32_t type) { m_type = type; }
-    double Parameter(int index) const { return m_p[index]; }
-    void SetParameter(int index, double value) { m_p[index] = value; }
+    // p0 ... p19; another index throws std::out_of_range.
+    double Parameter(int index) const { return m_p[Checked(index)]; }
+    void SetParameter(int index, double value) { m_p[Checked(index)] = value; }
     const double* Parameters() const { return m_p; }
 
     // Transforms in place; false and the coordinates untouched for None, Inv. Helmert and unknown types.
@@ -64,6 +65,8 @@ public:
     static int ParameterCount(int32_t type);
 
 protected:
+    static int Checked(int index);
+
     int32_t m_type = kNone;
     double m_p[kParameterCount] = {};
 };

@@ -40,6 +40,7 @@ TEST(Trafo2d, PolynomialTermOrderAndTypesThatTransformNothing)
         EXPECT_EQ(x + y, 15.0);
     }
     EXPECT_STREQ(KoTrafo2d::TypeName(5), "Inv. Helmert");
+    EXPECT_THROW(KoTrafo2d().SetParameter(20, 1.0), std::out_of_range);
 }
 
 TEST(Trafo2d, MatrixFormAgreesWithApply)
