@@ -8,7 +8,8 @@
 #include "host/Transcript.h"
 #include "host/headless/ScriptInput.h"
 #include "host/headless/UiScript.h"
-#include "host/ui/UiText.h"
+#include "host/WideText.h"
+#include "host/ui/UserActions.h"
 #include "host/ui/UiThread.h"
 #include "host/ui/WindowData.h"
 
@@ -69,6 +70,16 @@ ScriptLineKind waitForAnswer(const std::string& what, Answered answered) {
   return ScriptLineKind::Ui;
 }
 
+// Return or Escape as a key of the control with the focus, so that an editor open over a list sees it first.
+void pressInDialog(CDialog& dialog, unsigned key) {
+  CWnd* focus = CWnd::GetFocus();
+  if (focus != nullptr && ::ui::detail::topLevelOf(*focus) == &dialog && focus->IsWindowVisible()) {
+    host::ui::pressKey(*focus, key, 0, 0);
+  } else {
+    dialog.OnCommand(key == VK_RETURN ? dialog.GetDefID() : IDCANCEL, BN_CLICKED);
+  }
+}
+
 const ::ui::MenuItem* findEntry(const std::vector<::ui::MenuItem>& items, int id) {
   for (const ::ui::MenuItem& item : items) {
     if (item.popup.empty() && item.id == id && !item.text.empty()) return &item;
@@ -79,19 +90,7 @@ const ::ui::MenuItem* findEntry(const std::vector<::ui::MenuItem>& items, int id
 
 }  // namespace
 
-std::string escapeForTranscript(const std::wstring& text) {
-  std::string out;
-  for (const char c : host::ui::toUtf8(text)) {
-    if (c == '\n') {
-      out += "\\n";
-    } else if (c == '\r') {
-      out += "\\r";
-    } else {
-      out += c;
-    }
-  }
-  return out;
-}
+std::string escapeForTranscript(const std::wstring& text) { return escapeLineBreaks(toUtf8(text)); }
 
 HeadlessUi& HeadlessUi::instance() {
   static HeadlessUi backend;
@@ -156,8 +155,8 @@ bool HeadlessUi::fileDialog(const CFileDialog& dialog, std::wstring& path) {
     answer = fileAnswers_.front();
     fileAnswers_.pop_front();
   }
-  if (answer && (dialog.GetFlags() & OFN_FILEMUSTEXIST) != 0 && ::access(host::ui::toUtf8(*answer).c_str(), F_OK) != 0)
-    throw ScriptError("the " + what + " dialog needs an existing file; " + host::ui::toUtf8(*answer) + " does not exist");
+  if (answer && (dialog.GetFlags() & OFN_FILEMUSTEXIST) != 0 && ::access(host::toUtf8(*answer).c_str(), F_OK) != 0)
+    throw ScriptError("the " + what + " dialog needs an existing file; " + host::toUtf8(*answer) + " does not exist");
   transcriptWrite("[" + what + "] \"" + escapeForTranscript(dialog.GetFilter()) + "\" -> " +
                   (answer ? escapeForTranscript(*answer) : std::string("cancel")) + "\n");
   if (!answer) return false;
@@ -197,8 +196,8 @@ void HeadlessUi::runModalLoop(CDialog& dialog) {
       case ScriptLineKind::Text:
         throw ScriptError("dialog " + std::to_string(templateId) + " is open; \"" + line.text +
                           "\" cannot be typed at the command line now");
-      case ScriptLineKind::Enter: dialog.OnCommand(dialog.GetDefID(), BN_CLICKED); break;
-      case ScriptLineKind::Escape: dialog.OnCommand(IDCANCEL, BN_CLICKED); break;
+      case ScriptLineKind::Enter: pressInDialog(dialog, VK_RETURN); break;
+      case ScriptLineKind::Escape: pressInDialog(dialog, VK_ESCAPE); break;
       case ScriptLineKind::End:
         dialog.OnCommand(IDCANCEL, BN_CLICKED);
         // Nobody is left to close it: a dialog that refuses Cancel is closed anyway.

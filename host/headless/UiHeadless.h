@@ -56,7 +56,7 @@ class HeadlessUi : public host::ui::UiBackend {
   bool waitCursor_ = false;
 };
 
-// Line breaks as \n and \r, for one-line transcript entries.
+// UTF-8 with line breaks written as \n and \r, for one-line transcript entries.
 std::string escapeForTranscript(const std::wstring& text);
 
 }  // namespace host::headless

@@ -10,7 +10,7 @@
 #include "host/Transcript.h"
 #include "host/headless/UiDump.h"
 #include "host/headless/UiHeadless.h"
-#include "host/ui/UiText.h"
+#include "host/WideText.h"
 #include "host/ui/UserActions.h"
 
 namespace host::headless {
@@ -108,7 +108,7 @@ Key parseKey(std::string_view name) {
       return key;
     }
   }
-  const std::wstring wide = host::ui::fromUtf8(name);
+  const std::wstring wide = host::fromUtf8(name);
   if (wide.size() == 1 && wide[0] > L' ') {
     const wchar_t c = wide[0];
     key.code = std::isalnum(static_cast<unsigned char>(c)) != 0 && c < 0x80
@@ -137,7 +137,7 @@ void runDialogLine(std::string_view line, const std::vector<Token>& t) {
   const std::string usage = "@dialog ID " + std::string(verb) + " CTRL";
   CWnd& control = host::ui::findControl(dialog, intArgument(t, 3, usage));
   if (verb == "set") {
-    host::ui::typeText(control, host::ui::fromUtf8(restOfLine(line, t, 4)));
+    host::ui::typeText(control, host::fromUtf8(restOfLine(line, t, 4)));
   } else if (verb == "check") {
     const int state = t.size() > 4 ? parseInt(t[4].text).value_or(-1) : -1;
     if (state != 0 && state != 1) throw LineError("check needs 0 or 1: @dialog ID check CTRL 0|1");
@@ -184,7 +184,7 @@ void runAnswerLine(std::string_view line, const std::vector<Token>& t) {
     if (path == "cancel") {
       HeadlessUi::instance().queueFileAnswer(std::nullopt);
     } else {
-      HeadlessUi::instance().queueFileAnswer(host::ui::fromUtf8(path));
+      HeadlessUi::instance().queueFileAnswer(host::fromUtf8(path));
     }
     return;
   }

@@ -237,6 +237,7 @@ bool CWnd::SubclassWindow(HWND hwnd) {
     for (auto& slot : dataOf(*data_->parent).children)
       if (dataOf(*slot.window).buddy == previous) dataOf(*slot.window).buddy = this;
   }
+  PreSubclassWindow();
   return true;
 }
 
@@ -245,6 +246,7 @@ bool CWnd::OnNotify(ui::UiNotify&) { return false; }
 bool CWnd::OnCommandReflect(int) { return false; }
 bool CWnd::OnNotifyReflect(ui::UiNotify&) { return false; }
 bool CWnd::PreTranslateKeyDown(CWnd&, unsigned, unsigned) { return false; }
+void CWnd::PreSubclassWindow() {}
 void CWnd::OnDestroy() {}
 void CWnd::PostNcDestroy() {}
 
@@ -261,5 +263,6 @@ bool CWnd::CreateControl(ui::ControlKind kind, const std::wstring& text, unsigne
   if (data_->created || parent == nullptr || parent->GetSafeHwnd() == nullptr) return false;
   ui::detail::createWindow(*this, kind, id, text, style, rect, parent);
   data_->visible = (style & WS_VISIBLE) != 0;
+  PreSubclassWindow();
   return true;
 }

@@ -9,7 +9,7 @@
 #include <mutex>
 #include <vector>
 
-#include "host/ui/UiText.h"
+#include "host/WideText.h"
 
 namespace ui {
 namespace {
@@ -67,16 +67,16 @@ const std::wstring* findString(int id) {
 }
 
 ResourceHandle loadResourceLibrary(const std::wstring& path, std::wstring& error) {
-  const std::string file = host::ui::toUtf8(path);
+  const std::string file = host::toUtf8(path);
   if (::access(file.c_str(), R_OK) != 0) {
-    error = host::ui::fromUtf8(std::strerror(errno));
+    error = host::fromUtf8(std::strerror(errno));
     return nullptr;
   }
   // Kept loaded for the life of the process: its resources are referenced from then on.
   void* library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {
     const char* reason = ::dlerror();
-    error = host::ui::fromUtf8(reason != nullptr ? reason : "cannot load the library");
+    error = host::fromUtf8(reason != nullptr ? reason : "cannot load the library");
     return nullptr;
   }
   using Entry = const ResourceModule* (*)();

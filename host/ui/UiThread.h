@@ -10,8 +10,9 @@ namespace host::ui {
 // The calling thread becomes the UI thread (by default: the thread that loaded the host library).
 void setUiThread();
 bool onUiThread();
-// Runs `call` on the UI thread: at once when called there, otherwise queued and waited for. An exception of
-// the call is rethrown to the caller.
+// Runs `call` on the UI thread: at once when called there, otherwise queued and waited for. An exception of a
+// queued call is passed on to the UI thread (it stops the script run); the worker then returns as if the call
+// had not been made, so callers give their outputs a safe default beforehand.
 void runOnUiThread(const std::function<void()>& call);
 // Runs the calls queued by other threads; the UI thread calls this while it waits for the user.
 void runPendingUiCalls();

@@ -85,6 +85,9 @@ class CWnd {
   virtual void OnChar(wchar_t ch);
   virtual void OnSetFocus(CWnd* previous);
   virtual void OnKillFocus(CWnd* next);
+  // Called when this object has just taken over a window (SubclassDlgItem, SubclassWindow) or created one with
+  // CreateControl or Create, before any event reaches it: the place to adjust styles once.
+  virtual void PreSubclassWindow();
   virtual void OnDestroy();
   // Called last, after the window is gone; a window object that lives on the heap may delete itself here.
   virtual void PostNcDestroy();

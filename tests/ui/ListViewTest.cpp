@@ -16,6 +16,12 @@ class PointList : public CListCtrl {
   std::vector<std::string> events;
   int textRequests = 0;
 
+  // As the module's list does: the first time it owns a window it makes it an owner-drawn virtual report.
+  void PreSubclassWindow() override {
+    events.push_back("subclassed");
+    ModifyStyle(0, LVS_REPORT | LVS_OWNERDATA | LVS_OWNERDRAWFIXED);
+  }
+
   void Fill() {
     InsertColumn(0, L"Name");
     InsertColumn(1, L"X", LVCFMT_RIGHT, 80);
@@ -62,6 +68,7 @@ class ListViewTest : public UiTest {
     ASSERT_TRUE(list_.SubclassDlgItem(kList, &dialog_));
     list_.rows = {{L"P1", L"10.000"}, {L"P2", L"@C"}, {L"P3", L"-3.5"}};
     list_.Fill();
+    list_.events.clear();
   }
   TestDialog dialog_;
   PointList list_;
@@ -78,6 +85,28 @@ TEST_F(ListViewTest, VirtualListAsksItsOwnerForEveryCellItShows) {
   list_.rows.pop_back();
   list_.SetItemCountEx(2);
   EXPECT_EQ(list_.GetItemCount(), 2);
+}
+
+TEST_F(ListViewTest, HeaderCanBeSubclassedAndKeepsItsColumns) {
+  EXPECT_NE(list_.GetStyle() & LVS_OWNERDRAWFIXED, 0U);
+  struct SortHeader : CHeaderCtrl {
+    bool subclassed = false;
+    void PreSubclassWindow() override { subclassed = true; }
+  } header;
+  CHeaderCtrl* original = list_.GetHeaderCtrl();
+  ASSERT_TRUE(header.SubclassWindow(original->GetSafeHwnd()));
+  EXPECT_TRUE(header.subclassed);
+  EXPECT_EQ(list_.GetHeaderCtrl(), &header);
+  EXPECT_EQ(header.GetItemCount(), 2);
+  EXPECT_EQ(header.GetItemText(1), L"X");
+  header.SetSortMark(0, 1);
+  header.SetSortMark(1, 2);  // one sorted column at a time
+  EXPECT_EQ(header.GetSortMark(0), 0);
+  header.SetSortMark(0, 0);  // clearing another column's mark leaves this one
+  EXPECT_EQ(header.GetSortMark(1), 2);
+  EXPECT_FALSE(header.SubclassWindow(list_.GetSafeHwnd()));  // already has a window
+  dialog_.DestroyWindow();
+  EXPECT_EQ(header.GetSafeHwnd(), nullptr);
 }
 
 TEST_F(ListViewTest, UserActionsArriveAsNotificationsAtTheList) {

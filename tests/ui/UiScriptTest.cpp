@@ -180,5 +180,27 @@ TEST_F(UiTest, MessageBoxAskedOnAWorkerThreadIsShownOnTheUiThreadWhileTheWorkerW
   EXPECT_EQ(transcript, "[message] \"Neue Version verfügbar\" (yes/no) -> yes\n");
 }
 
+TEST_F(UiTest, FailureOfAWorkersMessageBoxStopsTheUiThreadAndReleasesTheWorker) {
+  run("@answer message retry");
+  std::atomic<bool> done{false};
+  int answer = 0;
+  std::thread worker([&] {
+    answer = AfxMessageBox(L"Neue Version verfügbar", MB_YESNO);
+    done = true;
+  });
+  bool failed = false;
+  while (!done) {
+    try {
+      host::ui::runPendingUiCalls();
+    } catch (const ScriptError&) {
+      failed = true;
+    }
+    std::this_thread::yield();
+  }
+  worker.join();
+  EXPECT_TRUE(failed);
+  EXPECT_EQ(answer, IDCANCEL);
+}
+
 }  // namespace
 }  // namespace uitest
