@@ -44,6 +44,7 @@ AcRxDictionary* acrxSysRegistry() {
     r->atPut(ACRX_DYNAMIC_LINKER, &host::runtime::dynamicLinker());
     r->atPut(ACRX_COMMAND_DOCK, &host::runtime::commandStack());
     r->atPut(ACRX_CLASS_DICTIONARY, &host::runtime::classDictionary());
+    host::runtime::registerBuiltinClasses();
     return r;
   }();
   return registry;

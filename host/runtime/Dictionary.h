@@ -25,4 +25,7 @@ class Dictionary : public AcRxDictionary {
 // The class dictionary (also reachable under ACRX_CLASS_DICTIONARY in the system registry).
 Dictionary& classDictionary();
 
+// Puts the host's own classes into the class dictionary (they are otherwise made on first use).
+void registerBuiltinClasses();
+
 }  // namespace host::runtime

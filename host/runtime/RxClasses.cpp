@@ -66,6 +66,16 @@ HOST_BUILTIN_CLASS(AcEdCommandStack, AcRxObject)
 HOST_BUILTIN_CLASS(AcApDocument, AcRxObject)
 HOST_BUILTIN_CLASS(AcApDocManager, AcRxObject)
 
+namespace host::runtime {
+
+void registerBuiltinClasses() {
+  for (auto desc : {&AcRxObject::desc, &AcRxClass::desc, &AcRxDictionary::desc, &AcRxDynamicLinker::desc,
+                    &AcEdCommand::desc, &AcEdCommandStack::desc, &AcApDocument::desc, &AcApDocManager::desc})
+    desc();
+}
+
+}  // namespace host::runtime
+
 AcRxClass* newAcRxClass(const ACHAR* className, const ACHAR* parentClassName) {
   if (!className || !*className) return nullptr;
   if (AcRxClass* existing = lookupClass(className)) return existing;
