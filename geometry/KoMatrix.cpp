@@ -10,6 +10,21 @@ namespace {
 
 constexpr double kSingular = 1e-10;
 
+// The homogeneous 4x4 product with every size known to the compiler; the same sums in the same order as
+// the general loop, so both give identical results.
+template <int N>
+void MultiplyFixed(const double* a, const double* b, double* out)
+{
+  for (int i = 0; i < N; ++i) {
+    double row[N] = {};
+    for (int k = 0; k < N; ++k) {
+      const double factor = a[i * N + k];
+      for (int j = 0; j < N; ++j) row[j] += factor * b[k * N + j];
+    }
+    for (int j = 0; j < N; ++j) out[i * N + j] = row[j];
+  }
+}
+
 }  // namespace
 
 KoMatrix::KoMatrix(int rows, int columns) : m_data(nullptr), m_rows(0), m_columns(0)
@@ -171,6 +186,10 @@ KoMatrix KoMatrix::operator*(const KoMatrix& other) const
   KoMatrix product(m_rows, other.m_columns);
   const int n = m_columns;
   const int m = other.m_columns;
+  if (m_rows == 4 && n == 4 && m == 4) {
+    MultiplyFixed<4>(m_data, other.m_data, product.m_data);
+    return product;
+  }
   // i-k-j order walks both row-major operands contiguously.
   for (int i = 0; i < m_rows; ++i) {
     double* out = product.m_data + i * m;
@@ -252,9 +271,8 @@ void KoMatrix::AddLines(int target, int source, int firstColumn, double factor, 
 int KoMatrix::Invert()
 {
   if (m_rows != m_columns) KoThrowMatrixError(eKoMatrixInvertNotSquare);
-  KoMatrix eliminated(*this);
-  Identity();
-  return eliminated.Solve(*this);
+  // The same elimination as Solve(copy of this, identity).
+  return KoEliminateAndInvert(m_data, m_rows) ? 0 : 1;
 }
 
 KoMatrix KoMatrix::Inverse(int* status) const

@@ -1,7 +1,9 @@
 #include "geometry/KoMatrixElimination.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -26,21 +28,26 @@ bool Eliminate(double* a, int nRuntime, double* b, int mRuntime, bool determinan
   for (int k = 0; k < n; ++k) {
     int pivot = k;
     if (k <= lastCandidate) {
-      double bestRatio = -1.0;
+      // The pivot row has the largest ratio |a(i, k)| / s(i), with s(i) the row's absolute sum over the
+      // columns still to be eliminated, taken afresh at every step: the choice does not depend on how the
+      // rows happen to be scaled. Ratios are compared by cross-multiplication (exact for positive sums and
+      // free of divisions); a later row wins only with a strictly greater ratio, so on ties the upper stays.
+      double bestElement = 0.0;
+      double bestSum = 1.0;
       for (int i = k; i <= lastCandidate; ++i) {
         const double* row = a + i * n;
-        // The scale of a row is its absolute sum over the columns still to be eliminated, taken afresh at
-        // every step: it makes the pivot choice independent of how the rows happen to be scaled.
         double sum = 0.0;
+#pragma GCC unroll 8
         for (int j = k; j < n; ++j) sum += std::fabs(row[j]);
         if (sum < kSingular) return false;
-        const double ratio = std::fabs(row[k]) / sum;
-        if (ratio > bestRatio) {  // strictly greater: on ties the upper row stays
-          bestRatio = ratio;
+        const double element = std::fabs(row[k]);
+        if (i == k || element * bestSum > bestElement * sum) {
+          bestElement = element;
+          bestSum = sum;
           pivot = i;
         }
       }
-      if (bestRatio < kSingular) return false;
+      if (bestElement / bestSum < kSingular) return false;
     }
     if (pivot != k) {
       SwapRows(a, n, pivot, k);
@@ -52,9 +59,11 @@ bool Eliminate(double* a, int nRuntime, double* b, int mRuntime, bool determinan
     for (int i = k + 1; i < n; ++i) {
       double* row = a + i * n;
       const double f = -row[k] / pivotRow[k];
+#pragma GCC unroll 8
       for (int j = k; j < n; ++j) row[j] += f * pivotRow[j];
       if (b) {
         double* rowB = b + i * m;
+#pragma GCC unroll 8
         for (int j = 0; j < m; ++j) rowB[j] += f * pivotB[j];
       }
       row[k] = -f;  // keep the multiplier where the eliminated element was
@@ -64,32 +73,124 @@ bool Eliminate(double* a, int nRuntime, double* b, int mRuntime, bool determinan
 }
 
 template <int N, int M>
-bool SolveFixed(double* a, int nRuntime, double* b, int mRuntime)
+bool SolveInPlace(double* a, int nRuntime, double* b, int mRuntime)
 {
   const int n = N ? N : nRuntime;
   const int m = M ? M : mRuntime;
   int exchanges = 0;
   if (!Eliminate<N, M>(a, n, b, m, false, exchanges)) return false;
-  for (int c = 0; c < m; ++c) {
-    for (int i = n - 1; i >= 0; --i) {
-      const double* row = a + i * n;
-      double value = b[i * m + c];
-      for (int k = i + 1; k < n; ++k) value -= row[k] * b[k * m + c];
-      b[i * m + c] = value / row[i];
+  // Back substitution, rows from n down to 1; all columns of B advance together so that the loops over
+  // the columns vectorise (each element still sees the same operations in the same order).
+  for (int i = n - 1; i >= 0; --i) {
+    const double* row = a + i * n;
+    double* x = b + i * m;
+    for (int k = i + 1; k < n; ++k) {
+      const double factor = row[k];
+      const double* solved = b + k * m;
+#pragma GCC unroll 8
+      for (int c = 0; c < m; ++c) x[c] -= factor * solved[c];
     }
+    const double pivot = row[i];
+#pragma GCC unroll 8
+    for (int c = 0; c < m; ++c) x[c] /= pivot;
+  }
+  return true;
+}
+
+// Small systems are solved in local arrays: the compiler then knows that A and B do not overlap and keeps
+// the elements in registers.
+template <int N, int M>
+bool SolveFixed(double* a, double* b)
+{
+  double localA[N * N];
+  double localB[N * M];
+  std::copy_n(a, N * N, localA);
+  std::copy_n(b, N * M, localB);
+  const bool solved = SolveInPlace<N, M>(localA, N, localB, M);
+  std::copy_n(localA, N * N, a);
+  std::copy_n(localB, N * M, b);
+  return solved;
+}
+
+// Inversion of a small matrix on the augmented rows [A | I], with the same pivot choices and the same
+// arithmetic on every element that matters as SolveInPlace. The differences are all about speed: an
+// eliminated element becomes an exact 0.0 instead of the multiplier (an inverse has no use for the
+// multipliers), and zeros change neither the row sums nor the row updates, so whole rows can be summed and
+// updated without column ranges; the row sums of all candidates are formed before any is tested (the
+// result is the same, a singular row ends the inversion either way); rows are exchanged by pointer. The
+// fixed-size loops then become straight vector code.
+template <int N>
+bool InvertFixed(double* data)
+{
+  constexpr int W = 2 * N;
+  double storage[N][W];
+  double* r[N];
+  for (int i = 0; i < N; ++i) {
+    r[i] = storage[i];
+    for (int j = 0; j < N; ++j) {
+      r[i][j] = data[i * N + j];
+      r[i][N + j] = i == j ? 1.0 : 0.0;
+    }
+  }
+  for (int k = 0; k < N; ++k) {
+    double sums[N];
+    for (int i = 0; i < N; ++i) {
+      double sum = 0.0;
+      for (int j = 0; j < N; ++j) sum += std::fabs(r[i][j]);
+      sums[i] = sum;
+    }
+    bool singular = sums[k] < kSingular;
+    int pivot = k;
+    double bestElement = std::fabs(r[k][k]);
+    double bestSum = sums[k];
+    for (int i = k + 1; i < N; ++i) {
+      singular |= sums[i] < kSingular;
+      const double element = std::fabs(r[i][k]);
+      const bool better = element * bestSum > bestElement * sums[i];
+      pivot = better ? i : pivot;
+      bestElement = better ? element : bestElement;
+      bestSum = better ? sums[i] : bestSum;
+    }
+    if (singular || bestElement / bestSum < kSingular) return false;
+    std::swap(r[k], r[pivot]);
+    for (int i = k + 1; i < N; ++i) {
+      const double f = -r[i][k] / r[k][k];
+      for (int j = 0; j < W; ++j) r[i][j] = j == k ? 0.0 : r[i][j] + f * r[k][j];
+    }
+  }
+  if (std::fabs(r[N - 1][N - 1]) < kSingular) return false;
+  for (int i = N - 1; i >= 0; --i) {
+    for (int k = i + 1; k < N; ++k) {
+      for (int c = N; c < W; ++c) r[i][c] -= r[i][k] * r[k][c];
+    }
+    for (int c = N; c < W; ++c) r[i][c] /= r[i][i];
+  }
+  for (int i = 0; i < N; ++i) {
+    for (int j = 0; j < N; ++j) data[i * N + j] = r[i][N + j];
   }
   return true;
 }
 
 }  // namespace
 
+bool KoEliminateAndInvert(double* data, int n)
+{
+  if (n == 4) return InvertFixed<4>(data);
+  if (n == 3) return InvertFixed<3>(data);
+  if (n == 0) return false;
+  std::vector<double> a(data, data + static_cast<size_t>(n) * n);
+  std::fill_n(data, static_cast<size_t>(n) * n, 0.0);
+  for (int i = 0; i < n; ++i) data[i * n + i] = 1.0;
+  return SolveInPlace<0, 0>(a.data(), n, data, n);
+}
+
 bool KoEliminateAndSolve(double* a, int n, double* b, int m)
 {
   if (n == 0) return false;
-  if (n == 4 && m == 4) return SolveFixed<4, 4>(a, n, b, m);
-  if (n == 3 && m == 3) return SolveFixed<3, 3>(a, n, b, m);
-  if (n == 3 && m == 1) return SolveFixed<3, 1>(a, n, b, m);
-  return SolveFixed<0, 0>(a, n, b, m);
+  if (n == 4 && m == 4) return SolveFixed<4, 4>(a, b);
+  if (n == 3 && m == 3) return SolveFixed<3, 3>(a, b);
+  if (n == 3 && m == 1) return SolveFixed<3, 1>(a, b);
+  return SolveInPlace<0, 0>(a, n, b, m);
 }
 
 double KoEliminationDeterminant(double* a, int n)
