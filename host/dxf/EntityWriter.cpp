@@ -23,12 +23,6 @@ bool Sink::flush() {
   return !failed();
 }
 
-std::string formatCode(int code) {
-  std::string text = std::to_string(code);
-  if (text.size() < 3) text.insert(0, 3 - text.size(), ' ');
-  return text;
-}
-
 namespace {
 
 void writeLine(Sink& out, std::string_view text, std::string_view eol) {

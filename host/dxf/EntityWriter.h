@@ -35,7 +35,4 @@ class Sink {
 // Writes the entity with its children; an erased entity writes nothing.
 void writeEntity(Sink& out, const Entity& entity, std::string_view eol);
 
-// The code line for a tag made by the program: "  0", " 10", "100", "1001".
-std::string formatCode(int code);
-
 }  // namespace dxf

@@ -1,8 +1,12 @@
 #include "host/dxf/TagList.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
+#include <stdexcept>
+#include <utility>
 
 namespace dxf {
 
@@ -14,19 +18,67 @@ std::string_view trimmed(std::string_view s) {
   return s;
 }
 
-std::int16_t narrowCode(int code) {
-  if (code < std::numeric_limits<std::int16_t>::min()) return std::numeric_limits<std::int16_t>::min();
-  if (code > std::numeric_limits<std::int16_t>::max()) return std::numeric_limits<std::int16_t>::max();
-  return static_cast<std::int16_t>(code);
+// The usual code lines of the group codes DXF knows, made once.
+std::string_view standardCode(int code) {
+  constexpr int kHighest = 1071;
+  static const std::vector<std::string> lines = [] {
+    std::vector<std::string> v;
+    v.reserve(kHighest + 1);
+    for (int c = 0; c <= kHighest; ++c) v.push_back(formatCode(c));
+    return v;
+  }();
+  return (code >= 0 && code <= kHighest) ? std::string_view(lines[static_cast<std::size_t>(code)]) : std::string_view();
 }
+
+// Group codes of reals (coordinates, sizes, angles) and the length their changed texts usually have.
+bool isRealCode(int code) {
+  return (code >= 10 && code <= 59) || (code >= 110 && code <= 149) || (code >= 210 && code <= 239) ||
+         (code >= 460 && code <= 469) || (code >= 1010 && code <= 1059);
+}
+constexpr std::size_t kUsualRealLength = 19;
 
 }  // namespace
 
+TagList::TextStore::TextStore(const TextStore& other)
+    : data_(other.size_ ? std::make_unique<char[]>(other.size_) : nullptr),
+      size_(other.size_),
+      capacity_(other.size_) {
+  if (size_) std::memcpy(data_.get(), other.data_.get(), size_);
+}
+
+TagList::TextStore::TextStore(TextStore&& other) noexcept
+    : data_(std::move(other.data_)),
+      size_(std::exchange(other.size_, 0)),
+      capacity_(std::exchange(other.capacity_, 0)) {}
+
+TagList::TextStore& TagList::TextStore::operator=(TextStore&& other) noexcept {
+  data_ = std::move(other.data_);
+  size_ = std::exchange(other.size_, 0);
+  capacity_ = std::exchange(other.capacity_, 0);
+  return *this;
+}
+
+std::uint32_t TagList::TextStore::append(std::string_view text, std::size_t firstCapacity) {
+  constexpr std::size_t kLimit = std::numeric_limits<std::int32_t>::max();
+  if (text.size() > kLimit - size_) throw std::length_error("dxf::TagList: texts too large");
+  const std::size_t needed = size_ + text.size();
+  if (needed > capacity_) {
+    // Half again as much room: a transformation sets a record's numbers one after the other.
+    const std::size_t wanted = capacity_ == 0 ? firstCapacity : capacity_ + capacity_ / 2;
+    const std::size_t grown = std::min(kLimit, std::max<std::size_t>({needed, wanted, 48}));
+    auto bigger = std::make_unique<char[]>(grown);
+    if (size_) std::memcpy(bigger.get(), data_.get(), size_);
+    data_ = std::move(bigger);
+    capacity_ = static_cast<std::uint32_t>(grown);
+  }
+  if (!text.empty()) std::memcpy(data_.get() + size_, text.data(), text.size());
+  const std::uint32_t at = size_;
+  size_ = static_cast<std::uint32_t>(needed);
+  return at;
+}
+
 TagList::TagList(const TagList& other)
-    : tags_(other.tags_),
-      base_(other.base_),
-      own_(other.own_ ? std::make_unique<std::string>(*other.own_) : nullptr),
-      modified_(other.modified_) {}
+    : tags_(other.tags_), base_(other.base_), own_(other.own_), modified_(other.modified_) {}
 
 TagList& TagList::operator=(const TagList& other) {
   if (this != &other) {
@@ -36,45 +88,80 @@ TagList& TagList::operator=(const TagList& other) {
   return *this;
 }
 
+namespace {
+
+struct WideHeader {
+  std::int32_t code;
+  std::uint32_t length;
+};
+
+}  // namespace
+
+int TagList::wideCode(const Packed& p) const {
+  WideHeader h;
+  std::memcpy(&h, own_.data() + p.offset, sizeof h);
+  return h.code;
+}
+
 std::string_view TagList::text(std::size_t i) const {
   const Packed& p = tags_[i];
-  const char* start = (p.flags & kOwned) ? own_->data() : base_;
-  return {start + p.offset, p.length};
+  if (p.code() == kWideCode) {
+    WideHeader h;
+    std::memcpy(&h, own_.data() + p.offset, sizeof h);
+    return {own_.data() + p.offset + sizeof h, h.length};
+  }
+  const char* start = (p.flags() & kOwned) ? own_.data() : base_;
+  return {start + p.offset, p.length()};
 }
 
 std::string_view TagList::codeText(std::size_t i) const {
   const Packed& p = tags_[i];
-  if (p.codeLength == 0) return {};
-  if (p.flags & kOwned) return {own_->data() + p.offset - p.codeLength, p.codeLength};
-  const std::ptrdiff_t lineEnd = (p.flags & kCrLf) ? 2 : 1;
-  return {base_ + p.offset - lineEnd - p.codeLength, p.codeLength};
+  if (p.flags() & kStandardCode) return standardCode(code(i));
+  const std::uint32_t length = p.codeLength();
+  if (length == 0) return {};
+  if (p.flags() & kOwned) return {own_.data() + p.offset - length, length};
+  const std::size_t lineEnd = (p.flags() & kCrLf) ? 2 : 1;
+  return {base_ + p.offset - lineEnd - length, length};
 }
 
 void TagList::appendRaw(int code, std::string_view codeText, std::string_view text) {
   if (base_ == nullptr) base_ = text.data();
   const std::ptrdiff_t offset = text.data() - base_;
-  if (offset < std::numeric_limits<std::int32_t>::min() || offset > std::numeric_limits<std::int32_t>::max() ||
-      text.size() > std::numeric_limits<std::uint32_t>::max()) {
-    // Too far from the rest of the record to be addressed: keep a copy instead.
+  if (offset < 0 || offset > std::numeric_limits<std::uint32_t>::max() || text.size() > kMaxLength || code < 0 ||
+      code >= kWideCode) {
+    // Out of reach of the packed form: keep a copy instead.
     tags_.push_back(packOwned(code, text));
     return;
   }
-  Packed p{static_cast<std::int32_t>(offset), static_cast<std::uint32_t>(text.size()), narrowCode(code), 0, 0};
   // The code line is kept only where it stands right before the value line, as it does in a file.
+  std::uint32_t codeLength = 0;
+  std::uint32_t flags = 0;
   const std::ptrdiff_t gap = text.data() - (codeText.data() + codeText.size());
-  if (!codeText.empty() && codeText.size() <= 255 && (gap == 1 || gap == 2)) {
-    p.codeLength = static_cast<std::uint8_t>(codeText.size());
-    if (gap == 2) p.flags |= kCrLf;
+  if (!codeText.empty() && codeText.size() <= kMaxCodeLength && (gap == 1 || gap == 2)) {
+    codeLength = static_cast<std::uint32_t>(codeText.size());
+    if (gap == 2) flags |= kCrLf;
   }
-  tags_.push_back(p);
+  tags_.push_back(pack(static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(text.size()), code,
+                       codeLength, flags));
 }
 
 TagList::Packed TagList::packOwned(int code, std::string_view text) {
-  if (!own_) own_ = std::make_unique<std::string>();
-  Packed p{static_cast<std::int32_t>(own_->size()), static_cast<std::uint32_t>(text.size()), narrowCode(code), 0,
-           kOwned};
-  own_->append(text);
-  return p;
+  std::size_t firstCapacity = 0;
+  if (own_.data() == nullptr) {
+    // The first change of a record read from a file is mostly the start of a transformation, which sets
+    // all its coordinates: room for each of its reals in the usual length of a survey coordinate spares
+    // the store from growing (and the heap from the pieces it leaves).
+    for (std::size_t i = 0; i < tags_.size(); ++i) firstCapacity += isRealCode(this->code(i)) ? kUsualRealLength : 0;
+  }
+  if (text.size() > kMaxLength || code < 0 || code >= kWideCode) {
+    const WideHeader h{code, static_cast<std::uint32_t>(text.size())};
+    char header[sizeof h];
+    std::memcpy(header, &h, sizeof h);
+    const std::uint32_t at = own_.append(std::string_view(header, sizeof header), firstCapacity);
+    own_.append(text);
+    return pack(at, 0, kWideCode, 0, kOwned);
+  }
+  return pack(own_.append(text, firstCapacity), static_cast<std::uint32_t>(text.size()), code, 0, kOwned);
 }
 
 std::optional<double> TagList::number(std::size_t i) const { return parseNumber(text(i)); }
@@ -83,7 +170,7 @@ std::optional<long long> TagList::integer(std::size_t i) const { return parseInt
 
 std::optional<std::size_t> TagList::find(int code, std::size_t from) const {
   for (std::size_t i = from; i < tags_.size(); ++i)
-    if (tags_[i].code == code) return i;
+    if (this->code(i) == code) return i;
   return std::nullopt;
 }
 
@@ -92,18 +179,31 @@ void TagList::setNumber(std::size_t i, double value) { setText(i, formatNumber(v
 void TagList::setInteger(std::size_t i, long long value) { setText(i, std::to_string(value)); }
 
 void TagList::setText(std::size_t i, std::string text) {
-  // The code line moves along with the new value, so that a changed tag keeps the spelling of its code.
+  // The code line stays with the new value, so that a changed tag keeps the spelling of its code; the
+  // usual spelling needs no room of its own.
   const std::string_view code = codeText(i);
-  if (!own_) own_ = std::make_unique<std::string>();
-  own_->append(code);
-  Packed fresh = packOwned(tags_[i].code, text);
-  fresh.codeLength = static_cast<std::uint8_t>(code.size());
+  const int c = this->code(i);
+  Packed fresh{};
+  if (!code.empty() && code == standardCode(c)) {
+    fresh = packOwned(c, text);
+    fresh.bits |= kStandardCode << 29;
+  } else if (!code.empty() && code.size() <= kMaxCodeLength && c >= 0 && c < kWideCode && text.size() <= kMaxLength) {
+    const std::string kept(code);  // the store may move while it grows
+    own_.append(kept);
+    fresh = packOwned(c, text);
+    fresh.bits |= static_cast<std::uint32_t>(kept.size()) << 25;
+  } else {
+    fresh = packOwned(c, text);
+  }
   tags_[i] = fresh;
   modified_ = true;
 }
 
 void TagList::insert(std::size_t i, int code, std::string text) {
   const Packed p = packOwned(code, text);
+  // A record read from a file has its tags at their exact count; a transformation adds one or two (an
+  // elevation, an extrusion), which must not double the room of every record of the drawing.
+  if (tags_.size() == tags_.capacity()) tags_.reserve(tags_.size() + 4);
   tags_.insert(tags_.begin() + static_cast<std::ptrdiff_t>(i), p);
   modified_ = true;
 }
@@ -113,6 +213,12 @@ void TagList::insertNumber(std::size_t i, int code, double value) { insert(i, co
 void TagList::erase(std::size_t i) {
   tags_.erase(tags_.begin() + static_cast<std::ptrdiff_t>(i));
   modified_ = true;
+}
+
+std::string formatCode(int code) {
+  std::string text = std::to_string(code);
+  if (text.size() < 3) text.insert(0, 3 - text.size(), ' ');
+  return text;
 }
 
 std::string formatNumber(double value) {

@@ -3,9 +3,10 @@
 // Values are kept as the text they had in the file, so that a value nobody touched is written back byte
 // for byte. A number that is changed is stored as the shortest text that reads back to the same double.
 //
-// A drawing has millions of tags, so a tag is stored in 12 bytes: its value as an offset and length into
+// A drawing has millions of tags, so a tag is stored in 8 bytes: its value as an offset and length into
 // the file buffer (or into the list's own text store once the program set it), its code, and the length
-// of its code line, which in the file stands right before the value line.
+// of its code line, which in the file stands right before the value line. Texts the program sets are kept
+// in one block per list.
 #pragma once
 
 #include <cstddef>
@@ -71,8 +72,11 @@ class TagList {
   bool empty() const { return tags_.empty(); }
   // The tag by value: its views point into the file buffer or into this list's text store, and stay
   // valid until this list is next changed.
-  Tag operator[](std::size_t i) const { return Tag{tags_[i].code, codeText(i), text(i)}; }
-  int code(std::size_t i) const { return tags_[i].code; }
+  Tag operator[](std::size_t i) const { return Tag{code(i), codeText(i), text(i)}; }
+  int code(std::size_t i) const {
+    const int c = tags_[i].code();
+    return c != kWideCode ? c : wideCode(tags_[i]);
+  }
   std::string_view text(std::size_t i) const;
   std::string_view codeText(std::size_t i) const;
   const_iterator begin() const { return const_iterator(this, 0); }
@@ -104,25 +108,60 @@ class TagList {
   bool modified() const { return modified_; }
 
  private:
-  // Offsets relative to base_ (file texts) or into own_ (program texts, kOwned set). A changed tag keeps its
-  // code line in own_ right before the value.
+  // One tag in 8 bytes: the offset of its value relative to base_ (file texts) or into own_ (program texts,
+  // kOwned set), then the value's length (14 bits), the code (11 bits), the length of the code line (4 bits)
+  // and the flags (3 bits). A code or length that does not fit makes a wide tag: code field kWideCode, the
+  // real code and length stored in own_ before the text. A changed tag whose code line was not the usual
+  // right-aligned one keeps it in own_ right before the value.
   struct Packed {
-    std::int32_t offset;
-    std::uint32_t length;
-    std::int16_t code;
-    std::uint8_t codeLength;  // 0: no code line kept
-    std::uint8_t flags;       // kOwned, kCrLf (the code line ends in CR LF)
+    std::uint32_t offset;
+    std::uint32_t bits;
+    std::uint32_t length() const { return bits & 0x3FFF; }
+    int code() const { return static_cast<int>((bits >> 14) & 0x7FF); }
+    std::uint32_t codeLength() const { return (bits >> 25) & 0xF; }
+    std::uint32_t flags() const { return bits >> 29; }
   };
-  static constexpr std::uint8_t kOwned = 1;
-  static constexpr std::uint8_t kCrLf = 2;
+  static constexpr std::uint32_t kMaxLength = 0x3FFF;
+  static constexpr int kWideCode = 0x7FF;
+  static constexpr std::uint32_t kMaxCodeLength = 0xF;
+  static constexpr std::uint32_t kOwned = 1;
+  static constexpr std::uint32_t kCrLf = 2;
+  static constexpr std::uint32_t kStandardCode = 4;  // the code line is formatCode(code)
+  static Packed pack(std::uint32_t offset, std::uint32_t length, int code, std::uint32_t codeLength,
+                     std::uint32_t flags) {
+    return Packed{offset, length | (static_cast<std::uint32_t>(code) << 14) | (codeLength << 25) | (flags << 29)};
+  }
+  int wideCode(const Packed& p) const;
+
+  // The texts the program made, one after the other, in one block that grows by half.
+  class TextStore {
+   public:
+    TextStore() = default;
+    TextStore(const TextStore& other);
+    TextStore(TextStore&& other) noexcept;
+    TextStore& operator=(TextStore&& other) noexcept;
+    TextStore& operator=(const TextStore&) = delete;
+    ~TextStore() = default;
+    const char* data() const { return data_.get(); }
+    // Returns where the text starts; the first block holds at least `firstCapacity` bytes.
+    std::uint32_t append(std::string_view text, std::size_t firstCapacity = 0);
+
+   private:
+    std::unique_ptr<char[]> data_;
+    std::uint32_t size_ = 0;
+    std::uint32_t capacity_ = 0;
+  };
 
   Packed packOwned(int code, std::string_view text);
 
   std::vector<Packed> tags_;
   const char* base_ = nullptr;
-  std::unique_ptr<std::string> own_;  // texts made by the program, one after the other
+  TextStore own_;
   bool modified_ = false;
 };
+
+// The code line a CAD program writes for a group code: right-aligned in three columns ("  0", " 10", "1001").
+std::string formatCode(int code);
 
 // The shortest text that reads back to exactly `value`, always with a decimal point or an exponent
 // so that other readers take it for a real ("2561234.0", "0.1", "1e-300").

@@ -58,6 +58,21 @@ TEST(DxfTags, ChangedTagsKeepTheirCodeLineAndCopiesOwnTheirTexts) {
   EXPECT_EQ(seen, 60);
   second.erase(0);
   EXPECT_EQ(second.find(20), 1u);
+
+  // Tags beyond the packed form (a code no file holds, a text longer than a file line may be) keep all.
+  const std::string longText(40000, 'x');
+  second.insert(0, -5, longText);
+  second.insert(1, 70000, "far");
+  second.setText(2, longText + "y");
+  EXPECT_EQ(second.code(0), -5);
+  EXPECT_EQ(second.text(0), longText);
+  EXPECT_EQ(second.code(1), 70000);
+  EXPECT_EQ(second.text(1), "far");
+  EXPECT_EQ(second.code(2), 30);
+  EXPECT_EQ(second.text(2).size(), 40001u);
+  EXPECT_EQ(second.find(70000), 1u);
+  const dxf::TagList copied = second;
+  EXPECT_EQ(copied.text(0), longText);
 }
 
 TEST(DxfText, CodePagesAndEscapesConvertBothWays) {
