@@ -15,7 +15,7 @@ enum eKoEventCode : std::int32_t {
 
 struct KoEvent {
     std::int32_t code = 0;
-    const void* sender = nullptr;          // the list that sends the event
+    const void* sender = nullptr;          // the sending list (its TKoListHeader part)
     const KoBaseListnode* element = nullptr;  // events 2 and 3
     std::intptr_t value = 0;               // event 1
 

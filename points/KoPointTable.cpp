@@ -100,6 +100,7 @@ void KoWritePointHeader(std::ostream& out, std::span<const eKoPointRWMask> mask)
 
 void KoWritePoint(std::ostream& out, const KoPoint& p, std::span<const eKoPointRWMask> mask)
 {
+    // The stream is left in the row notation, so whatever the caller adds to the row matches it.
     out.precision(16);
     out.unsetf(std::ios::floatfield);
     ForEachField(mask, [&](eKoPointRWMask field) {
