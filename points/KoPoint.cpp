@@ -57,31 +57,33 @@ bool KoPoint::Matches(std::uint32_t number, std::int32_t photo) const
     return this->number == number && (photo == 0 || this->photo == photo);
 }
 
+namespace {
+
+// The component set from the characters of a text: any of xChars selects X, and so on.
+std::uint16_t CodeFromText(const char* text, const char* xChars, const char* yChars, const char* zChars)
+{
+    std::uint16_t code = 0;
+    if (!text)
+        return code;
+    if (std::strpbrk(text, xChars))
+        code |= KoPoint::kCodeX;
+    if (std::strpbrk(text, yChars))
+        code |= KoPoint::kCodeY;
+    if (std::strpbrk(text, zChars))
+        code |= KoPoint::kCodeZ;
+    return code;
+}
+
+}  // namespace
+
 void KoPoint::SetCode(int digits)
 {
     char text[16];
     std::snprintf(text, sizeof text, "%d", digits);
-    code = 0;
-    if (std::strchr(text, '1'))
-        code |= kCodeX;
-    if (std::strchr(text, '2'))
-        code |= kCodeY;
-    if (std::strchr(text, '3'))
-        code |= kCodeZ;
+    code = CodeFromText(text, "1", "2", "3");
 }
 
-void KoPoint::SetCode(const char* text)
-{
-    code = 0;
-    if (!text)
-        return;
-    if (std::strpbrk(text, "1Xx"))
-        code |= kCodeX;
-    if (std::strpbrk(text, "2Yy"))
-        code |= kCodeY;
-    if (std::strpbrk(text, "3Zz"))
-        code |= kCodeZ;
-}
+void KoPoint::SetCode(const char* text) { code = CodeFromText(text, "1Xx", "2Yy", "3Zz"); }
 
 const char* KoPoint::CodeText(std::uint16_t code)
 {
