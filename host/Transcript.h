@@ -8,7 +8,7 @@
 //     the transcript already stands at the start of a line, as a CAD command line does not show empty
 //     lines between a prompt and the next. Escape shows as "*Cancel*", an empty answer as nothing;
 //   - the command line's own prompt is "Command: ";
-//   - an alert is one line: Alert: "TEXT";
+//   - an alert is one line: [alert] "TEXT" (message boxes and file dialogs write theirs alike);
 //   - texts quoted in the transcript (alerts, dialog texts) write their line breaks as \n.
 #pragma once
 

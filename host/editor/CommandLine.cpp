@@ -87,6 +87,19 @@ bool executeCommandLine(const std::wstring& line) {
   return true;
 }
 
+bool executeTransparent(std::wstring_view typed) {
+  if (typed.empty() || typed.front() != L'\'') return false;
+  std::wstring name(trimBlanks(typed.substr(1)));
+  auto* command = static_cast<const runtime::Command*>(runtime::commandStack().lookupCmd(name.c_str()));
+  if (!command)
+    showMessage("Unknown command \"" + toUtf8(name) + "\".");
+  else if (!(command->commandFlags() & ACRX_CMD_TRANSPARENT))
+    showMessage("** That command may not be invoked transparently **");
+  else
+    runCommand(*command);
+  return true;
+}
+
 void runCommandLine() {
   for (;;) {
     Input in = askUser(L"\nCommand: ", true);

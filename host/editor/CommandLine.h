@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace host::editor {
 
@@ -12,6 +13,10 @@ void runCommandLine();
 // Carries out one line typed at the command line; false (with a message on the command line) when it
 // names no command or function.
 bool executeCommandLine(const std::wstring& text);
+
+// Inside a prompt: "'name" runs a command registered as transparent, then the prompt asks again.
+// False when the text does not start with the apostrophe; true when it was handled (run or refused).
+bool executeTransparent(std::wstring_view typed);
 
 // The global name of the command running now; empty at the command line.
 const std::wstring& activeCommand();

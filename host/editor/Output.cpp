@@ -17,6 +17,6 @@ int acutPrintf(const ACHAR* format, ...) {
 
 int acedAlert(const ACHAR* message) {
   host::transcriptEndLine();
-  host::transcriptWrite("Alert: \"" + host::escapeLineBreaks(host::toUtf8(message ? message : L"")) + "\"\n");
+  host::transcriptWrite("[alert] \"" + host::escapeLineBreaks(host::toUtf8(message ? message : L"")) + "\"\n");
   return RTNORM;
 }

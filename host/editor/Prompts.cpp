@@ -1,4 +1,5 @@
 // The prompts of the host interface: points, numbers and keywords, each armed by acedInitGet.
+#include "host/editor/CommandLine.h"
 #include "host/editor/InputParsing.h"
 #include "host/editor/Keywords.h"
 #include "host/editor/Prompt.h"
@@ -59,6 +60,8 @@ int ask(const ACHAR* prompt, const char* refusal, Accept accept) {
           if (armed.flags & RSG_NONULL) break;
           return RTNONE;
         }
+        // The prompt is asked again after a command run in between.
+        if (host::editor::executeTransparent(typed)) continue;
         if (const auto* k = host::editor::matchKeyword(armed.keywords, typed)) {
           gLastInput = k->global;
           return RTKWORD;

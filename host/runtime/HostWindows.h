@@ -1,4 +1,7 @@
-// The windows a front end with a screen gives the host interface's frame accessors (sdk/AcFrame.h).
+// The windows behind the host interface's frame accessors (sdk/AcFrame.h). A front end with a screen sets
+// its own; without one the host answers the dialog framework's main frame, a command-line window that
+// turns the characters it receives into typed input (Escape cancels, a line end ends the input), and an
+// empty drawing view.
 #pragma once
 
 class CWnd;

@@ -3,6 +3,8 @@
 #include "host/editor/Keywords.h"
 #include "sdk/AcApDocManager.h"
 #include "sdk/AcEd.h"
+#include "sdk/AcFrame.h"
+#include "sdk/ui/CWnd.h"
 
 #include <gtest/gtest.h>
 
@@ -116,6 +118,12 @@ TEST(GetPoint, QueuedInputFromADialogEndsTheRunningPrompt) {
   EXPECT_EQ(p[0], 7.0);
   EXPECT_EQ(p[1], 8.0);
   EXPECT_EQ(acedGetPoint(nullptr, L"P", p), RTCAN);
+
+  // A toolbar button cancels the running prompt by sending Escape to the command-line window.
+  user.act([] { acedGetAcadTextCmdLine()->OnChar(27); });
+  EXPECT_EQ(acedGetPoint(nullptr, L"P", p), RTCAN);
+  EXPECT_NE(acedGetAcadFrame(), nullptr);
+  EXPECT_NE(acedGetAcadDwgView(), nullptr);
 }
 
 TEST(GetRealAndKword, FlagsAndAnswers) {
@@ -152,7 +160,7 @@ TEST(Printf, WideFormatsOfTheModulesHomePlatform) {
   transcript.clear();
   acutPrintf(L"\nAutoCAD ERROR: %d - %s : %s\n", 87, L"eOnLockedLayer", L"ctx");
   acedAlert(L"Zeile 1\nZeile 2");
-  EXPECT_EQ(transcript.text(), "\nAutoCAD ERROR: 87 - eOnLockedLayer : ctx\nAlert: \"Zeile 1\\nZeile 2\"\n");
+  EXPECT_EQ(transcript.text(), "\nAutoCAD ERROR: 87 - eOnLockedLayer : ctx\n[alert] \"Zeile 1\\nZeile 2\"\n");
 }
 
 TEST(SystemServices, ResultBuffersVariablesAndCoordinateSystems) {

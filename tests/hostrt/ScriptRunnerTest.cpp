@@ -23,10 +23,13 @@ void askCommand() {
   acutPrintf(L"ended %d\n", status);
 }
 
+void infoCommand() { acutPrintf(L"info\n"); }
+
 class ScriptRunnerTest : public ::testing::Test {
  protected:
   void SetUp() override {
     ASSERT_EQ(stack()->addCommand(L"RunnerTest", L"_Ask", L"Frage", 0, askCommand), Acad::eOk);
+    ASSERT_EQ(stack()->addCommand(L"RunnerTest", L"_Info", L"Info", ACRX_CMD_TRANSPARENT, infoCommand), Acad::eOk);
   }
   void TearDown() override {
     stack()->removeGroup(L"RunnerTest");
@@ -59,6 +62,17 @@ TEST_F(ScriptRunnerTest, CommandsPromptsEscapeAndTheEndOfTheScript) {
             "Command: frage\n"
             "Punkt: 3,4\ngot 3,4\n"
             "Punkt: 5,x\nInvalid point.\n"
+            "Punkt: *Cancel*\nended -5002\n");
+}
+
+TEST_F(ScriptRunnerTest, TransparentCommandsRunInsideAPromptWhichThenAsksAgain) {
+  EXPECT_EQ(run({"_Ask", "'info", "'_Ask", "'nix", "1,1", "@esc"}), "");
+  EXPECT_EQ(transcript_.text(),
+            "Command: _Ask\n"
+            "Punkt: 'info\ninfo\n"
+            "Punkt: '_Ask\n** That command may not be invoked transparently **\n"
+            "Punkt: 'nix\nUnknown command \"nix\".\n"
+            "Punkt: 1,1\ngot 1,1\n"
             "Punkt: *Cancel*\nended -5002\n");
 }
 
