@@ -6,6 +6,8 @@
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
 
+#include <memory>
+
 namespace {
 
 struct Flags {
@@ -111,6 +113,11 @@ TEST_F(DrawingTest, AddedLayersAndEntitiesSaveAsValidDrawings) {
     EXPECT_EQ(layers->add(duplicate), Acad::eDuplicateRecordName);
     duplicate->close();
     EXPECT_TRUE(layers->has(toolLayer));
+    // A name outside ASCII: the code page of an R12 file, UTF-8 from R2007 on.
+    auto* contours = new AcDbLayerTableRecord;
+    contours->setName(L"Höhenlinien");
+    ASSERT_EQ(layers->add(contours), Acad::eOk);
+    contours->close();
     layers->close();
 
     AcDbBlockTable* blocks = nullptr;
@@ -132,9 +139,16 @@ TEST_F(DrawingTest, AddedLayersAndEntitiesSaveAsValidDrawings) {
     ASSERT_EQ(model->appendAcDbEntity(line), Acad::eOk);
     EXPECT_EQ(model->appendAcDbEntity(line), Acad::eAlreadyInDb);
     line->close();
+    auto* spot = new AcDbPoint({7, 8, 9});
+    ASSERT_EQ(spot->setLayer(L"HÖHENLINIEN"), Acad::eKeyNotFound);  // case folds for ASCII letters only
+    ASSERT_EQ(spot->setLayer(L"höhenlinien"), Acad::eOk);
+    ASSERT_EQ(model->appendAcDbEntity(spot), Acad::eOk);
+    std::unique_ptr<ACHAR[]> spotLayer(spot->layer());
+    EXPECT_STREQ(spotLayer.get(), L"Höhenlinien");
+    spot->close();
     model->close();
     EXPECT_EQ(modelSpaceIds(db()).back(), modelSpaceIds(db(), false).back());
-    EXPECT_EQ(modelSpaceIds(db()).size(), 9u);
+    EXPECT_EQ(modelSpaceIds(db()).size(), 10u);
 
     std::string path = save(std::string("added-") + version + ".dxf");
     expectAuditClean(path);
@@ -144,10 +158,11 @@ doc = ezdxf.readfile(sys.argv[1])
 l = doc.layers.get("TRELLANOVA_KoVira")
 print(l.color, l.dxf.linetype.upper(), int(l.is_frozen()), int(l.is_off()), int(l.is_locked()))
 msp = doc.modelspace()
-p = msp.query("POINT")[-1]
+p = msp.query("POINT")[-2]
 print(p.dxf.layer, repr(tuple(p.dxf.location)))
 ln = msp.query("LINE")[-1]
 print(ln.dxf.layer, ln.dxf.color, tuple(ln.dxf.start), tuple(ln.dxf.end))
+print(msp.query("POINT")[-1].dxf.layer, "Höhenlinien" in doc.layers)
 handles = [e.dxf.handle for e in doc.entitydb.values()]
 print(len(handles) == len(set(handles)))
 )",
@@ -156,6 +171,7 @@ print(len(handles) == len(set(handles)))
               "6 CONTINUOUS 0 0 0\n"
               "TRELLANOVA_KoVira (2561234.5678901, 5634012.3456789, 99.25)\n"
               "Survey 1 (1.0, 2.0, 3.0) (4.0, 5.0, 6.0)\n"
+              "Höhenlinien True\n"
               "True\n");
   }
 }
