@@ -5,6 +5,7 @@
 #include "points/KoPoint.h"
 #include "sdk/AcChar.h"
 #include "sdk/AcGePoint3d.h"
+#include "sdk/ResultCodes.h"
 
 #include <string>
 
