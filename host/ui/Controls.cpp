@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/ui/UiBackend.h"
+#include "host/ui/UserActions.h"
 #include "host/ui/WindowData.h"
 #include "sdk/ui/CButton.h"
 #include "sdk/ui/CEdit.h"
@@ -137,6 +138,9 @@ void CWnd::OnKeyDown(unsigned key, unsigned modifiers) {
     notify.key = key;
     notify.modifiers = modifiers;
     ui::detail::sendNotify(*this, notify);
+  } else if (const auto kind = dataOf(*this).kind;
+             key == VK_SPACE && (kind == ui::ControlKind::Button || kind == ui::ControlKind::CheckBox)) {
+    host::ui::clickButton(*this);  // the space bar presses the focused button
   }
 }
 

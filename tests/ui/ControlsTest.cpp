@@ -84,7 +84,9 @@ TEST_F(UiTest, DisabledControlsAndCheckStatesAsTheUserMeetsThem) {
   run("@dialog 900 check 12 1");  // already so: nothing happens
   run("@dialog 900 check 12 0");
   EXPECT_EQ(dialog.IsDlgButtonChecked(kCheck), BST_UNCHECKED);
-  EXPECT_THAT(log, ::testing::ElementsAre("command 12/0"));
+  run("@dialog 900 key 12 Space");
+  EXPECT_EQ(dialog.IsDlgButtonChecked(kCheck), BST_CHECKED);
+  EXPECT_THAT(log, ::testing::ElementsAre("command 12/0", "command 12/0"));
   EXPECT_EQ(fail("@dialog 900 check 12 2"), "check needs 0 or 1: @dialog ID check CTRL 0|1");
 
   // Escape is Cancel and Return the default button, wherever the focus is; Tab walks the tab order.
