@@ -13,7 +13,7 @@ constexpr double kSingular = 1e-10;
 // The homogeneous 4x4 product with every size known to the compiler; the same sums in the same order as
 // the general loop, so both give identical results.
 template <int N>
-void MultiplyFixed(const double* a, const double* b, double* out)
+void MultiplyFixed(const double* __restrict a, const double* __restrict b, double* __restrict out)
 {
   for (int i = 0; i < N; ++i) {
     double row[N] = {};
