@@ -1,0 +1,182 @@
+// Layer helpers on real drawings: which layers hide entities, making layers usable, the module's own
+// layers as an independent reader (ezdxf) sees them after saving, and the name lists.
+#include "cad/AcDbDebugLog.h"
+#include "cad/AcDbLayers.h"
+#include "sdk/AcDbEntities.h"
+#include "sdk/AcDbOpen.h"
+#include "tests/hostdb/DrawingFixture.h"
+#include "tests/hostdb/ModelSpace.h"
+#include "tests/hostrt/HostTestSupport.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using hosttest::TranscriptCapture;
+using ::testing::ElementsAre;
+
+class LayersTest : public DrawingTest {
+ protected:
+  void SetUp() override {
+    DrawingTest::SetUp();
+    previousSink_ = AcDbSetDebugLogSink([this](int level, std::string_view line) {
+      EXPECT_EQ(level, kAcDbDebugLogLevel);
+      log_.emplace_back(line);
+    });
+  }
+  void TearDown() override {
+    AcDbSetDebugLogSink(std::move(previousSink_));
+    DrawingTest::TearDown();
+  }
+
+  bool hides(AcDbObjectId entityId) {
+    AcDbEntity* entity = nullptr;
+    EXPECT_EQ(acdbOpenAcDbEntity(entity, entityId, AcDb::kForRead), Acad::eOk);
+    bool result = AcDbIsFrozenOrInInvisibleLayer(entity);
+    entity->close();
+    return result;
+  }
+
+  AcDbLayerTableRecord* openLayer(const ACHAR* name, AcDb::OpenMode mode) {
+    AcDbLayerTableRecord* layer = nullptr;
+    EXPECT_EQ(acdbOpenObject(layer, layerId(db(), name), mode), Acad::eOk);
+    return layer;
+  }
+
+  std::vector<std::string> log_;
+  AcDbDebugLogSink previousSink_;
+};
+
+TEST_F(LayersTest, FrozenOffAndLockedLayersHideTheirEntities) {
+  openSample();
+  EXPECT_TRUE(hides(firstOnLayer(db(), L"Frozen")));
+  EXPECT_TRUE(hides(firstOnLayer(db(), L"Off")));
+  // Locked but thawed and on: visible on screen, yet counted as hiding, so that commands skip it.
+  EXPECT_TRUE(hides(firstOnLayer(db(), L"Locked")));
+  EXPECT_FALSE(hides(firstOnLayer(db(), L"Survey")));
+  EXPECT_TRUE(log_.empty());
+
+  // An entity without a layer of the drawing, and a layer nobody can read right now: not hidden, logged.
+  AcDbPoint loose;
+  EXPECT_FALSE(AcDbIsFrozenOrInInvisibleLayer(&loose));
+  AcDbLayerTableRecord* busy = openLayer(L"Frozen", AcDb::kForWrite);
+  EXPECT_FALSE(hides(firstOnLayer(db(), L"Frozen")));
+  busy->close();
+  EXPECT_THAT(log_, ElementsAre("AcDbIsFrozenOrInInvisibleLayer: LayerId NULL",
+                                "AcDbIsFrozenOrInInvisibleLayer: acdbOpenAcDbObject failed"));
+}
+
+TEST_F(LayersTest, EnableMakesEveryHidingLayerUsableAndReportsABusyLayer) {
+  openSample();
+  TranscriptCapture transcript;
+  for (const ACHAR* name : {L"Frozen", L"Off", L"Locked", L"Survey"}) {
+    EXPECT_EQ(AcDbEnableAndSetLayerVisible(layerId(db(), name)), Acad::eOk) << name;
+    EXPECT_FALSE(hides(firstOnLayer(db(), name)));
+  }
+  EXPECT_EQ(transcript.text(), "");
+
+  AcDbLayerTableRecord* busy = openLayer(L"Survey", AcDb::kForRead);
+  EXPECT_EQ(AcDbEnableAndSetLayerVisible(layerId(db(), L"Survey")), Acad::eWasOpenForRead);
+  busy->close();
+  EXPECT_EQ(AcDbEnableAndSetLayerVisible(AcDbObjectId()), Acad::eNullObjectId);
+  EXPECT_EQ(transcript.text(),
+            "AutoCAD ERROR: 82 - Acad::eWasOpenForRead : AcDbEnableAndSetLayerVisible\n"
+            "AutoCAD ERROR: 16 - Acad::eNullObjectId : AcDbEnableAndSetLayerVisible\n");
+}
+
+TEST_F(LayersTest, GetOrCreateFindsCreatesOnceAndIgnoresAnEmptyName) {
+  openSample();
+  TranscriptCapture transcript;
+  AcCmColor red;
+  red.setColorIndex(1);
+  AcDbObjectId id = AcDbObjectId().setFromOldId(77);
+
+  // An empty name must not even open the layer table (held open here, so an attempt would be reported).
+  AcDbLayerTable* table = nullptr;
+  ASSERT_EQ(db()->getLayerTable(table, AcDb::kForWrite), Acad::eOk);
+  EXPECT_TRUE(AcDbGetOrCreateLayer(id, db(), L"", L"CONTINUOUS", red).isNull());
+  EXPECT_TRUE(id.isNull());
+  table->close();
+
+  EXPECT_EQ(AcDbGetOrCreateLayer(id, db(), L"survey", L"CONTINUOUS", red), layerId(db(), L"Survey"));
+  EXPECT_EQ(transcript.text(), "") << "an existing layer is found quietly";
+
+  AcDbObjectId created = AcDbGetOrCreateLayer(id, db(), L"Passpunkte", L"", red);
+  EXPECT_FALSE(created.isNull());
+  EXPECT_EQ(id, created);
+  EXPECT_EQ(AcDbGetOrCreateLayer(id, db(), L"Passpunkte", L"", red), created);
+  EXPECT_EQ(transcript.text(), "TRELLANOVA: Create Layer: Passpunkte\n");
+
+  // A name the table refuses: announced, reported, no layer and nothing left behind.
+  transcript.clear();
+  EXPECT_TRUE(AcDbGetOrCreateLayer(id, db(), L"a<b", L"", red).isNull());
+  EXPECT_EQ(transcript.text(),
+            "TRELLANOVA: Create Layer: a<b\n"
+            "AutoCAD ERROR: 3 - Acad::eInvalidInput : a<b\n");
+}
+
+TEST_F(LayersTest, ModuleLayersAreSavedWithTheirLinetypeAndColour) {
+  for (const std::string version : {"R12", "R2018"}) {
+    openSample(version);
+    TranscriptCapture transcript;
+    AcDbObjectId tool, suite;
+    // The tool layer through the working drawing's temporary connector, the suite layer in a given one.
+    ASSERT_FALSE(AcDbGetToolLayer(tool).isNull());
+    ASSERT_FALSE(AcDbGetSuiteLayer(suite, db()).isNull());
+    EXPECT_EQ(AcDbGetToolLayer(tool, db()), tool);
+    EXPECT_EQ(AcDbGetSuiteLayer(suite), suite);
+    EXPECT_EQ(transcript.text(),
+              "TRELLANOVA: Create Layer: TRELLANOVA_KoVira\n"
+              "TRELLANOVA: Create Layer: TRELLANOVA_10\n");
+
+    std::string saved = save("module-layers-" + version + ".dxf");
+    expectAuditClean(saved);
+    std::string out = python(R"(
+import sys, ezdxf
+doc = ezdxf.readfile(sys.argv[1])
+for name in ("TRELLANOVA_KoVira", "TRELLANOVA_10"):
+    layer = doc.layers.get(name)
+    print(name, layer.dxf.color, layer.dxf.linetype.upper(), layer.dxf.flags)
+)",
+                             "'" + saved + "'");
+    EXPECT_EQ(out, "TRELLANOVA_KoVira 6 CONTINUOUS 0\nTRELLANOVA_10 6 CONTINUOUS 0\n") << version;
+    host::closeDrawing();
+  }
+}
+
+TEST_F(LayersTest, NamesAndCurrentLayerOfTheWorkingDrawing) {
+  std::vector<std::wstring> names{L"kept"};
+  EXPECT_EQ(AcDbGetLayerNames(names), 1) << "no drawing: nothing added";
+  EXPECT_STREQ(AcDbGetCurrentLayerName(), L"");
+
+  std::string path = (dir_ / "blocks.dxf").string();
+  python(R"(
+import sys, ezdxf
+doc = ezdxf.new("R2000")
+doc.layers.add("Survey")
+doc.header["$CLAYER"] = "Survey"
+doc.blocks.new("Marker").add_circle((0, 0), 1)
+doc.blocks.new("Pfeil")
+doc.layouts.new("Plan 2")
+doc.saveas(sys.argv[1])
+)",
+         "'" + path + "'");
+  std::string error;
+  ASSERT_TRUE(host::openDrawing(path, error)) << error;
+  EXPECT_STREQ(AcDbGetCurrentLayerName(), L"Survey");
+
+  int count = AcDbGetLayerNames(names);
+  EXPECT_EQ(count, static_cast<int>(names.size()));
+  EXPECT_THAT(names, ElementsAre(L"kept", L"0", L"Defpoints", L"Survey"));
+
+  TranscriptCapture transcript;
+  std::vector<std::wstring> blocks;
+  EXPECT_EQ(AcDbGetBlockNames(blocks), 2);
+  EXPECT_THAT(blocks, ElementsAre(L"Marker", L"Pfeil")) << "layouts are not blocks to insert";
+  EXPECT_EQ(transcript.text(), "");
+}
+
+}  // namespace
