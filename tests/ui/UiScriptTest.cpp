@@ -158,6 +158,24 @@ TEST_F(UiTest, LanguageResourcesReplaceWhatTheyHaveAndFallBackForTheRest) {
   std::wstring error;
   EXPECT_EQ(ui::loadResourceLibrary(L"/nonexistent/ViraCadtoolsV10_ENG.so", error), nullptr);
   EXPECT_EQ(error, L"No such file or directory");
+  EXPECT_EQ(ui::loadResourceLibrary(L"" VIRA_HOST_LIBRARY, error), nullptr);
+  EXPECT_EQ(error, L"the library holds no resources (no UiResourceModule)");
+}
+
+TEST_F(UiTest, LanguageLibraryLoadedAtRunTimeProvidesItsResources) {
+  std::wstring error = L"stale";
+  const ui::ResourceHandle library = ui::loadResourceLibrary(L"" VIRA_UI_TEST_LANGUAGE, error);
+  ASSERT_NE(library, nullptr) << std::string(error.begin(), error.end());
+  EXPECT_EQ(error, L"");
+  EXPECT_EQ(library->version.at(L"FileVersion"), L"10.0.0.1");
+  AfxSetResourceHandle(library);
+  TestDialog dialog;
+  ASSERT_TRUE(dialog.Create(kDialog));
+  EXPECT_EQ(transcriptOf([] { run("@dialog 900 dump"); }), "dialog 900 \"Test dialog\"\n1 button \"OK\"\n");
+  std::wstring text;
+  EXPECT_TRUE(AfxLoadString(2, text));
+  EXPECT_EQ(text, L"Delete Selected Data?");
+  AfxSetResourceHandle(&resources_);
 }
 
 TEST_F(UiTest, MessageBoxAskedOnAWorkerThreadIsShownOnTheUiThreadWhileTheWorkerWaits) {
