@@ -1,0 +1,65 @@
+// Guards: the highlight lasts exactly as long as its guard, and the document lock nests with other locks.
+#include "cad/AcDbHighlight.h"
+#include "cad/AcDocLockCurrentDocument.h"
+#include "host/db/DrawingView.h"
+#include "sdk/AcApDocManager.h"
+#include "sdk/AcDbOpen.h"
+#include "tests/hostdb/DrawingFixture.h"
+#include "tests/hostdb/ModelSpace.h"
+
+namespace {
+
+class GuardTest : public DrawingTest {};
+
+TEST_F(GuardTest, HighlightLastsAsLongAsTheGuardAndRedrawsBothWays) {
+  openSample();
+  std::vector<AcDbObjectId> redrawn;
+  host::RedrawHandler previous = host::setRedrawHandler([&](AcDbObjectId id) { redrawn.push_back(id); });
+  AcDbObjectId id = firstOnLayer(db(), L"Survey");
+  {
+    AcDbHighlight guard(id);
+    EXPECT_TRUE(guard.IsHighlighted());
+    EXPECT_TRUE(host::isHighlighted(id));
+    // Nothing stays open behind the guard: the entity can be changed meanwhile.
+    AcDbEntity* entity = nullptr;
+    ASSERT_EQ(acdbOpenAcDbEntity(entity, id, AcDb::kForWrite), Acad::eOk);
+    entity->close();
+  }
+  EXPECT_FALSE(host::isHighlighted(id));
+  EXPECT_FALSE(redrawn.empty());
+  EXPECT_EQ(redrawn.back(), id);
+
+  // An entity that cannot be opened is not highlighted, and the guard's end touches nothing.
+  AcDbEntity* busy = nullptr;
+  ASSERT_EQ(acdbOpenAcDbEntity(busy, id, AcDb::kForWrite), Acad::eOk);
+  {
+    AcDbHighlight guard(id);
+    EXPECT_FALSE(guard.IsHighlighted());
+  }
+  busy->close();
+  EXPECT_FALSE(host::isHighlighted(id));
+  AcDbHighlight none{AcDbObjectId()};
+  EXPECT_FALSE(none.IsHighlighted());
+  host::setRedrawHandler(std::move(previous));
+}
+
+TEST_F(GuardTest, DocumentLockHoldsForItsLifetimeAndReleasesOnlyItsOwnLock) {
+  openSample();
+  AcApDocument* document = acDocManager->curDocument();
+  ASSERT_NE(document, nullptr);
+  ASSERT_EQ(document->myLockMode(), AcAp::kNotLocked);
+  {
+    AcDocLockCurrentDocument outer;
+    EXPECT_EQ(outer.Status(), Acad::eOk);
+    EXPECT_EQ(document->myLockMode(), AcAp::kWrite);
+    {
+      AcDocLockCurrentDocument inner;
+      EXPECT_EQ(inner.Status(), Acad::eOk);
+    }
+    EXPECT_EQ(document->myLockMode(), AcAp::kWrite) << "the outer lock still holds";
+  }
+  EXPECT_EQ(document->myLockMode(), AcAp::kNotLocked);
+  EXPECT_EQ(acDocManager->unlockDocument(document), Acad::eNotApplicable) << "no lock left behind";
+}
+
+}  // namespace
