@@ -197,7 +197,9 @@ bool CListCtrl::SetItemState(int row, unsigned state, unsigned mask) {
   // Row -1 is every row. Each row whose state changes is reported, as the classic list does.
   const int first = row < 0 ? 0 : row;
   const int last = row < 0 ? count - 1 : row;
-  for (int r = first; r <= last && r < GetItemCount(); ++r) {
+  // An owner may close the dialog on a notification; then nothing of this list may be touched any more.
+  auto stillHere = [this] { return ui::detail::isAlive(this) && GetSafeHwnd() != nullptr; };
+  for (int r = first; r <= last && stillHere() && r < GetItemCount(); ++r) {
     auto& states = dataOf(*this).itemStates;
     const unsigned before = states[r];
     const unsigned after = (before & ~mask) | (state & mask);
@@ -212,7 +214,7 @@ bool CListCtrl::SetItemState(int row, unsigned state, unsigned mask) {
     notify.newState = after;
     ui::detail::sendNotify(*this, notify);
   }
-  host::ui::backend().windowChanged(*this);
+  if (stillHere()) host::ui::backend().windowChanged(*this);
   return true;
 }
 
