@@ -79,6 +79,13 @@ TEST_F(CadhostTest, RunsAModuleCommandFromAScriptAndSavesTheDrawing) {
             "Punkt [Abbrechen]: *Cancel*\n"
             "result -5002\n");
   EXPECT_TRUE(fs::exists(saved));
+  EXPECT_EQ(run.err, "") << "trace lines only when asked for";
+
+  run = cadhost("--trace", "Hallo\n");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, "Command: Hallo\nHallo Welt 42 narrow\n");
+  EXPECT_NE(run.err.find("[trace]   message 1 to "), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("[trace] hello traced\n"), std::string::npos) << run.err;
 }
 
 TEST_F(CadhostTest, AFailingScriptExitsNonZeroAndWritesNoDrawing) {

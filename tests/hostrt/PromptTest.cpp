@@ -2,6 +2,7 @@
 #include "host/editor/InputParsing.h"
 #include "host/editor/Keywords.h"
 #include "sdk/AcApDocManager.h"
+#include "sdk/AcDebug.h"
 #include "sdk/AcEd.h"
 #include "sdk/AcFrame.h"
 #include "sdk/ui/CWnd.h"
@@ -160,6 +161,8 @@ TEST(Printf, WideFormatsOfTheModulesHomePlatform) {
   transcript.clear();
   acutPrintf(L"\nAutoCAD ERROR: %d - %s : %s\n", 87, L"eOnLockedLayer", L"ctx");
   acedAlert(L"Zeile 1\nZeile 2");
+  // Trace lines are for developers: never in the transcript.
+  OutputDebugStringA("CalcTrafo 2\n");
   EXPECT_EQ(transcript.text(), "\nAutoCAD ERROR: 87 - eOnLockedLayer : ctx\n[alert] \"Zeile 1\\nZeile 2\"\n");
 }
 

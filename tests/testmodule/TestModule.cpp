@@ -1,5 +1,6 @@
 // A module that follows the host's loading protocol and writes down what the host does with it.
 #include "sdk/AcApDocManager.h"
+#include "sdk/AcDebug.h"
 #include "sdk/AcEd.h"
 #include "sdk/AcEdCommandStack.h"
 #include "sdk/AcRxRegistry.h"
@@ -26,7 +27,10 @@ const ACHAR* kGroup = L"TestGroup";
 
 AcEdCommandStack* commandStack() { return AcEdCommandStack::cast(acrxSysRegistry()->at(ACRX_COMMAND_DOCK)); }
 
-void helloCommand() { acutPrintf(L"Hallo %s %d %hs\n", L"Welt", 42, "narrow"); }
+void helloCommand() {
+  acutPrintf(L"Hallo %s %d %hs\n", L"Welt", 42, "narrow");
+  OutputDebugStringA("hello traced\n");
+}
 
 // Like a capture loop: points until anything else answers, then what ended it.
 void pickCommand() {
