@@ -1,0 +1,16 @@
+// The VIRA cadtools application: the commands, then the update check and the toolbar.
+#pragma once
+
+#include "app/AcRxArxApp.h"
+
+class CViraCadtoolsV10App : public AcRxArxApp {
+ public:
+  AcRx::AppRetCode On_kInitAppMsg(void* packet) override;
+  AcRx::AppRetCode On_kUnloadAppMsg(void* packet) override;
+};
+
+// Hooks of the start-up and shut-down order. The update check thread and the toolbar are not part of the
+// module yet; these do nothing until they are.
+void ViraStartUpdateCheck();
+void ViraCreateToolbar();
+void ViraDestroyToolbar();

@@ -1,0 +1,16 @@
+// Ids of the module's own (German) resources. Language libraries use the same ids.
+#pragma once
+
+// The drawing transformation dialog and its controls.
+inline constexpr int IDD_MOVE_DRAWING = 4000;
+inline constexpr int IDC_ACTUAL_1 = 4005;
+inline constexpr int IDC_TARGET_1 = 4006;
+inline constexpr int IDC_ACTUAL_2 = 4007;
+inline constexpr int IDC_TARGET_2 = 4008;
+inline constexpr int IDC_ACTUAL_3 = 4009;
+inline constexpr int IDC_TARGET_3 = 4010;
+inline constexpr int IDC_PAIR_1 = 4011;
+inline constexpr int IDC_PAIR_2 = 4012;
+inline constexpr int IDC_PAIR_3 = 4013;
+inline constexpr int IDC_PREVIEW = 4014;
+inline constexpr int IDC_SCALE = 4015;
