@@ -37,23 +37,6 @@ double QuarticSlope(double x, double p, double r)
   return 4.0 * x * x * x - 4.0 * p * x - 8.0 * r;
 }
 
-// Rounds stop when two successive values differ by no more than 1e-10, and after 200 rounds in any case.
-double IterateLargestRoot(double p, double q, double r, bool& converged)
-{
-  auto round = [p, q, r](double x) {
-    // A negative radicand only arises while far from the root of a reflected point set.
-    return std::sqrt(p + 2.0 * std::sqrt(std::max(0.0, q + 2.0 * r * x)));
-  };
-  double x = round(1.0);
-  converged = std::fabs(x - 1.0) <= kConverged;
-  for (int rounds = 1; !converged && rounds < kMaxRounds; ++rounds) {
-    const double next = round(x);
-    converged = std::fabs(next - x) <= kConverged;
-    x = next;
-  }
-  return x;
-}
-
 // The square-root branch of the iteration cannot reach the largest root when the actual points are close
 // to a mirror image of the target points (negative determinant with a negative pairwise sum). Newton's
 // method started above every root of a real-rooted polynomial descends monotonically to the largest one.
@@ -85,6 +68,23 @@ double Minor3(const double a[4][4], int skipRow, int skipColumn)
 
 }  // namespace
 
+double KoLargestRootIteration(double p, double q, double r, int& rounds, bool& converged)
+{
+  auto round = [p, q, r](double x) {
+    // A negative radicand only arises while far from the root of a reflected point set.
+    return std::sqrt(p + 2.0 * std::sqrt(std::max(0.0, q + 2.0 * r * x)));
+  };
+  double x = round(1.0);
+  rounds = 1;
+  converged = std::fabs(x - 1.0) <= kConverged;
+  for (; !converged && rounds < kMaxRounds; ++rounds) {
+    const double next = round(x);
+    converged = std::fabs(next - x) <= kConverged;
+    x = next;
+  }
+  return x;
+}
+
 bool KoBestRotation(const double correlation[9], double rotation[9])
 {
   double norm = 0.0;
@@ -111,8 +111,9 @@ bool KoBestRotation(const double correlation[9], double rotation[9])
   }
   const double r = Det3(m);
 
+  int rounds = 0;
   bool converged = false;
-  double x = IterateLargestRoot(p, q, r, converged);
+  double x = KoLargestRootIteration(p, q, r, rounds, converged);
   if (!converged || std::fabs(Quartic(x, p, q, r)) > 1e-8 || QuarticSlope(x, p, r) < -1e-8) {
     x = NewtonLargestRoot(p, q, r);
   }

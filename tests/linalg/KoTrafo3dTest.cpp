@@ -2,6 +2,7 @@
 
 #include "geometry/KoPointVector.h"
 #include "geometry/KoTrafo3d.h"
+#include "geometry/KoTrafo3dRotation.h"
 #include "points/KoPoint.h"
 #include "points/KoPointList.h"
 
@@ -332,6 +333,34 @@ TEST(KoTrafo3d, DegenerateInputFailsWithoutNaN)
   ASSERT_TRUE(trafo.Estimate(MakeList(good4), MakeList(good4), 4, false));
   ASSERT_FALSE(trafo.Estimate(MakeList(good4), MakeList(line), 4, false));
   EXPECT_EQ(trafo.GetData().rotation(1, 1), 0.0);
+}
+
+// The largest eigenvalue is the sum of the singular values (the smallest signed by the determinant).
+TEST(KoTrafo3d, FixedPointIterationAndItsBounds)
+{
+  int rounds = 0;
+  bool converged = false;
+  const double s1 = 0.8, s2 = 0.5, s3 = 0.2;
+  const double norm2 = s1 * s1 + s2 * s2 + s3 * s3;
+  const double p = 1.0;
+  const double q = (s1 * s1 * s2 * s2 + s1 * s1 * s3 * s3 + s2 * s2 * s3 * s3) / (norm2 * norm2);
+  const double r = s1 * s2 * s3 / (norm2 * std::sqrt(norm2));
+  EXPECT_NEAR(KoLargestRootIteration(p, q, r, rounds, converged), (s1 + s2 + s3) / std::sqrt(norm2), 1e-10);
+  EXPECT_TRUE(converged);
+  EXPECT_LT(rounds, 30);
+
+  // A first result within 1e-10 of the start ends the iteration at once (collinear points give exactly 1).
+  EXPECT_EQ(KoLargestRootIteration(1.0, 0.0, 0.0, rounds, converged), 1.0);
+  EXPECT_EQ(rounds, 1);
+  EXPECT_NEAR(KoLargestRootIteration(1.0, 1e-22, 0.0, rounds, converged), 1.0, 1e-10);
+  EXPECT_EQ(rounds, 1);
+
+  // Near a mirror image (negative determinant) the iteration can swing for ever: it stops after 200 rounds.
+  EXPECT_TRUE(std::isfinite(KoLargestRootIteration(1.0, 0.22, -0.1, rounds, converged)));
+  EXPECT_EQ(rounds, 200);
+  EXPECT_FALSE(converged);
+  KoLargestRootIteration(std::numeric_limits<double>::quiet_NaN(), 0.0, 0.0, rounds, converged);
+  EXPECT_EQ(rounds, 200);
 }
 
 TEST(KoTrafo3d, FrameAndScaleRatio)
