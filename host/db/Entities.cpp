@@ -65,6 +65,17 @@ void setCommonTag(dxf::TagList& tags, int code, std::string text) {
 
 dxf::Entity* data(const AcDbObject& object) { return object.imp()->entityData(); }
 
+Acad::ErrorStatus setPoint(AcDbEntity& entity, int code, const AcGePoint3d& point) {
+  if (Acad::ErrorStatus es = host::db::checkWritable(entity); es != Acad::eOk) return es;
+  writePoint(data(entity)->tags, code, point);
+  return Acad::eOk;
+}
+
+AcGePoint3d getPoint(const AcDbEntity& entity, int code) {
+  const dxf::Entity* e = data(entity);
+  return e ? readPoint(e->tags, code) : AcGePoint3d();
+}
+
 Acad::ErrorStatus mapStatus(dxf::TransformStatus status) {
   switch (status) {
     case dxf::TransformStatus::Ok: return Acad::eOk;
@@ -189,16 +200,9 @@ AcDbPoint::AcDbPoint(const AcGePoint3d& position) : AcDbEntity(newEntityImp("POI
 
 AcDbPoint::~AcDbPoint() = default;
 
-AcGePoint3d AcDbPoint::position() const {
-  const dxf::Entity* e = data(*this);
-  return e ? readPoint(e->tags, 10) : AcGePoint3d();
-}
+AcGePoint3d AcDbPoint::position() const { return getPoint(*this, 10); }
 
-Acad::ErrorStatus AcDbPoint::setPosition(const AcGePoint3d& position) {
-  if (Acad::ErrorStatus es = host::db::checkWritable(*this); es != Acad::eOk) return es;
-  writePoint(data(*this)->tags, 10, position);
-  return Acad::eOk;
-}
+Acad::ErrorStatus AcDbPoint::setPosition(const AcGePoint3d& position) { return setPoint(*this, 10, position); }
 
 AcDbLine::AcDbLine() : AcDbLine(AcGePoint3d::kOrigin, AcGePoint3d::kOrigin) {}
 
@@ -210,24 +214,10 @@ AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end)
 
 AcDbLine::~AcDbLine() = default;
 
-AcGePoint3d AcDbLine::startPoint() const {
-  const dxf::Entity* e = data(*this);
-  return e ? readPoint(e->tags, 10) : AcGePoint3d();
-}
+AcGePoint3d AcDbLine::startPoint() const { return getPoint(*this, 10); }
 
-AcGePoint3d AcDbLine::endPoint() const {
-  const dxf::Entity* e = data(*this);
-  return e ? readPoint(e->tags, 11) : AcGePoint3d();
-}
+AcGePoint3d AcDbLine::endPoint() const { return getPoint(*this, 11); }
 
-Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) {
-  if (Acad::ErrorStatus es = host::db::checkWritable(*this); es != Acad::eOk) return es;
-  writePoint(data(*this)->tags, 10, point);
-  return Acad::eOk;
-}
+Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) { return setPoint(*this, 10, point); }
 
-Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) {
-  if (Acad::ErrorStatus es = host::db::checkWritable(*this); es != Acad::eOk) return es;
-  writePoint(data(*this)->tags, 11, point);
-  return Acad::eOk;
-}
+Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) { return setPoint(*this, 11, point); }

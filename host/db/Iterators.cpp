@@ -4,6 +4,17 @@
 #include "sdk/AcDbOpen.h"
 #include "sdk/AcDbSymbolTables.h"
 
+namespace {
+
+template <class Record>
+Acad::ErrorStatus openAt(bool done, AcDbObjectId id, Record*& record, AcDb::OpenMode mode, bool openErased) {
+  record = nullptr;
+  if (done) return Acad::eIteratorDone;
+  return acdbOpenObject(record, id, mode, openErased);
+}
+
+}  // namespace
+
 AcDbObjectIterationBase::~AcDbObjectIterationBase() = default;
 
 bool AcDbObjectIterationBase::skippable(std::size_t index, bool skipDeleted) const {
@@ -51,27 +62,21 @@ Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& id) const {
 
 Acad::ErrorStatus AcDbSymbolTableIterator::getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
                                                      bool openErasedRecord) const {
-  record = nullptr;
-  if (done()) return Acad::eIteratorDone;
-  return acdbOpenObject(record, current(), mode, openErasedRecord);
+  return openAt(done(), current(), record, mode, openErasedRecord);
 }
 
 AcDbBlockTableIterator::~AcDbBlockTableIterator() = default;
 
 Acad::ErrorStatus AcDbBlockTableIterator::getRecord(AcDbBlockTableRecord*& record, AcDb::OpenMode mode,
                                                     bool openErasedRecord) const {
-  record = nullptr;
-  if (done()) return Acad::eIteratorDone;
-  return acdbOpenObject(record, current(), mode, openErasedRecord);
+  return openAt(done(), current(), record, mode, openErasedRecord);
 }
 
 AcDbLayerTableIterator::~AcDbLayerTableIterator() = default;
 
 Acad::ErrorStatus AcDbLayerTableIterator::getRecord(AcDbLayerTableRecord*& record, AcDb::OpenMode mode,
                                                     bool openErasedRecord) const {
-  record = nullptr;
-  if (done()) return Acad::eIteratorDone;
-  return acdbOpenObject(record, current(), mode, openErasedRecord);
+  return openAt(done(), current(), record, mode, openErasedRecord);
 }
 
 AcDbBlockTableRecordIterator::~AcDbBlockTableRecordIterator() = default;

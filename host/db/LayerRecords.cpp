@@ -46,6 +46,24 @@ Acad::ErrorStatus change(AcDbLayerTableRecord& record, Change&& apply) {
   return Acad::eOk;
 }
 
+bool readFlag(const AcDbLayerTableRecord& record, bool host::db::NewLayer::*pending,
+              bool (dxf::LayerRecord::*get)() const) {
+  std::optional<dxf::LayerRecord> layer = stored(record);
+  return layer ? ((*layer).*get)() : record.imp()->newLayer.*pending;
+}
+
+// Sets one of the visibility flags. A flag already as wanted is not written, so that an untouched
+// record is saved as it was read.
+Acad::ErrorStatus changeFlag(AcDbLayerTableRecord& record, bool value, bool host::db::NewLayer::*pending,
+                             bool (dxf::LayerRecord::*get)() const, void (dxf::LayerRecord::*set)(bool)) {
+  return change(record, [&](std::optional<dxf::LayerRecord> layer, host::db::NewLayer& settings) {
+    if (!layer)
+      settings.*pending = value;
+    else if (((*layer).*get)() != value)
+      ((*layer).*set)(value);
+  });
+}
+
 }  // namespace
 
 AcDbLayerTableRecord::AcDbLayerTableRecord() : AcDbSymbolTableRecord(new AcDbImpObject) {
@@ -55,18 +73,15 @@ AcDbLayerTableRecord::AcDbLayerTableRecord() : AcDbSymbolTableRecord(new AcDbImp
 AcDbLayerTableRecord::~AcDbLayerTableRecord() = default;
 
 bool AcDbLayerTableRecord::isFrozen() const {
-  auto layer = stored(*this);
-  return layer ? layer->frozen() : imp()->newLayer.frozen;
+  return readFlag(*this, &host::db::NewLayer::frozen, &dxf::LayerRecord::frozen);
 }
 
 bool AcDbLayerTableRecord::isOff() const {
-  auto layer = stored(*this);
-  return layer ? layer->off() : imp()->newLayer.off;
+  return readFlag(*this, &host::db::NewLayer::off, &dxf::LayerRecord::off);
 }
 
 bool AcDbLayerTableRecord::isLocked() const {
-  auto layer = stored(*this);
-  return layer ? layer->locked() : imp()->newLayer.locked;
+  return readFlag(*this, &host::db::NewLayer::locked, &dxf::LayerRecord::locked);
 }
 
 bool AcDbLayerTableRecord::VPDFLT() const {
@@ -75,33 +90,15 @@ bool AcDbLayerTableRecord::VPDFLT() const {
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
-  return change(*this, [&](auto layer, host::db::NewLayer& pending) {
-    if (layer) {
-      if (layer->frozen() != frozen) layer->setFrozen(frozen);
-    } else {
-      pending.frozen = frozen;
-    }
-  });
+  return changeFlag(*this, frozen, &host::db::NewLayer::frozen, &dxf::LayerRecord::frozen, &dxf::LayerRecord::setFrozen);
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsOff(bool off) {
-  return change(*this, [&](auto layer, host::db::NewLayer& pending) {
-    if (layer) {
-      if (layer->off() != off) layer->setOff(off);
-    } else {
-      pending.off = off;
-    }
-  });
+  return changeFlag(*this, off, &host::db::NewLayer::off, &dxf::LayerRecord::off, &dxf::LayerRecord::setOff);
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsLocked(bool locked) {
-  return change(*this, [&](auto layer, host::db::NewLayer& pending) {
-    if (layer) {
-      if (layer->locked() != locked) layer->setLocked(locked);
-    } else {
-      pending.locked = locked;
-    }
-  });
+  return changeFlag(*this, locked, &host::db::NewLayer::locked, &dxf::LayerRecord::locked, &dxf::LayerRecord::setLocked);
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setVPDFLT(bool frozenInNewViewports) {
