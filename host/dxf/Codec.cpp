@@ -78,7 +78,8 @@ bool unicodeEscape(std::string_view s, std::size_t i, char32_t& c) {
   const char* first = s.data() + i + 3;
   auto [end, ec] = std::from_chars(first, first + 4, value, 16);
   if (ec != std::errc() || end != first + 4) return false;
-  c = value;
+  // A lone surrogate is no character; it shows as the replacement character.
+  c = (value >= 0xD800 && value <= 0xDFFF) ? kReplacement : value;
   return true;
 }
 

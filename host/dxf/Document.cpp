@@ -244,9 +244,9 @@ std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view na
 
 std::string Document::bytes() const {
   Sink out;
-  out.buffer().reserve(impl_->buffer.size() + impl_->buffer.size() / 8);
+  out.reserve(impl_->buffer.size() + impl_->buffer.size() / 8);
   writeDrawing(out, impl_->drawing);
-  return std::move(out.buffer());
+  return out.take();
 }
 
 bool Document::save(const std::filesystem::path& path, std::string& error) const {

@@ -1,5 +1,6 @@
 #include "host/dxf/EntityWriter.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <unistd.h>
 
@@ -8,7 +9,7 @@ namespace dxf {
 bool Sink::flush() {
   if (fd_ < 0 || failed()) return !failed();
   const char* p = buffer_.data();
-  std::size_t left = buffer_.size();
+  std::size_t left = used_;
   while (left > 0) {
     const ssize_t n = ::write(fd_, p, left);
     if (n < 0) {
@@ -19,16 +20,24 @@ bool Sink::flush() {
     p += n;
     left -= static_cast<std::size_t>(n);
   }
-  buffer_.clear();
+  used_ = 0;
   return !failed();
 }
 
-namespace {
-
-void writeLine(Sink& out, std::string_view text, std::string_view eol) {
-  out.write(text);
-  out.write(eol);
+void Sink::makeRoom(std::size_t n) {
+  if (fd_ >= 0) {
+    flush();
+    if (n <= buffer_.size()) return;
+    // After a failure the output goes nowhere; keep the room small.
+    if (failed()) {
+      buffer_.resize(n);
+      return;
+    }
+  }
+  buffer_.resize(std::max({used_ + n, buffer_.size() * 2, kChunk}));
 }
+
+namespace {
 
 // The entity's own bytes, without its children's, when they can still be had from the file.
 bool ownSource(const Entity& e, std::string_view& own) {
@@ -52,15 +61,13 @@ void writeOwnTags(Sink& out, const Entity& e, std::string_view eol) {
     zero = e.source.substr(0, e.source.find('\n'));
     if (!zero.empty() && zero.back() == '\r') zero.remove_suffix(1);
   }
-  writeLine(out, zero, eol);
-  writeLine(out, e.type, eol);
+  out.writeTag(zero, e.type, eol);
   for (std::size_t i = 0; i < e.tags.size(); ++i) {
     const std::string_view code = e.tags.codeText(i);
     if (code.empty())
-      writeLine(out, formatCode(e.tags.code(i)), eol);
+      out.writeTag(formatCode(e.tags.code(i)), e.tags.text(i), eol);
     else
-      writeLine(out, code, eol);
-    writeLine(out, e.tags.text(i), eol);
+      out.writeTag(code, e.tags.text(i), eol);
   }
 }
 

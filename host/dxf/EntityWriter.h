@@ -5,6 +5,7 @@
 
 #include "host/dxf/Entity.h"
 
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -15,21 +16,43 @@ class Sink {
  public:
   explicit Sink(int fd = -1) : fd_(fd) {}
   void write(std::string_view bytes) {
-    buffer_.append(bytes);
-    if (fd_ >= 0 && buffer_.size() >= kChunk) flush();
+    if (bytes.size() > buffer_.size() - used_) makeRoom(bytes.size());
+    std::memcpy(buffer_.data() + used_, bytes.data(), bytes.size());
+    used_ += bytes.size();
+  }
+  // A tag: its code line and its value line, each followed by the line ending.
+  void writeTag(std::string_view code, std::string_view value, std::string_view eol) {
+    const std::size_t n = code.size() + value.size() + 2 * eol.size();
+    if (n > buffer_.size() - used_) makeRoom(n);
+    char* p = buffer_.data() + used_;
+    for (std::string_view part : {code, eol, value, eol}) {
+      std::memcpy(p, part.data(), part.size());
+      p += part.size();
+    }
+    used_ += n;
   }
   // Writes what is buffered to the file; false (with errorNumber() set) when the file refused it.
   bool flush();
   bool failed() const { return errno_ != 0; }
   int errorNumber() const { return errno_; }
-  // In memory mode: everything written.
-  std::string& buffer() { return buffer_; }
+  // In memory mode: everything written, handed over.
+  std::string take() {
+    buffer_.resize(used_);
+    used_ = 0;
+    return std::move(buffer_);
+  }
+  void reserve(std::size_t n) {
+    if (n > buffer_.size()) buffer_.resize(n);
+  }
 
  private:
+  void makeRoom(std::size_t n);
+
   static constexpr std::size_t kChunk = std::size_t{1} << 20;
   int fd_;
   int errno_ = 0;
-  std::string buffer_;
+  std::string buffer_;  // its size is the room; used_ bytes of it are written
+  std::size_t used_ = 0;
 };
 
 // Writes the entity with its children; an erased entity writes nothing.

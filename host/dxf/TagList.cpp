@@ -1,6 +1,7 @@
 #include "host/dxf/TagList.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -18,16 +19,41 @@ std::string_view trimmed(std::string_view s) {
   return s;
 }
 
-// The usual code lines of the group codes DXF knows, made once.
+// The usual code lines of the group codes DXF knows, right-aligned in three columns, four bytes apart.
+constexpr int kHighestCode = 1071;
+constexpr auto kCodeLines = [] {
+  std::array<char, 4 * (kHighestCode + 1)> lines{};
+  for (int c = 0; c <= kHighestCode; ++c) {
+    char* slot = lines.data() + 4 * c;
+    slot[0] = slot[1] = slot[2] = slot[3] = ' ';
+    int v = c;
+    for (int k = c >= 1000 ? 3 : 2; k >= 0; --k) {
+      if (v > 0 || k == (c >= 1000 ? 3 : 2)) slot[k] = static_cast<char>('0' + v % 10);
+      v /= 10;
+    }
+  }
+  return lines;
+}();
+
 std::string_view standardCode(int code) {
-  constexpr int kHighest = 1071;
-  static const std::vector<std::string> lines = [] {
-    std::vector<std::string> v;
-    v.reserve(kHighest + 1);
-    for (int c = 0; c <= kHighest; ++c) v.push_back(formatCode(c));
-    return v;
-  }();
-  return (code >= 0 && code <= kHighest) ? std::string_view(lines[static_cast<std::size_t>(code)]) : std::string_view();
+  if (code < 0 || code > kHighestCode) return {};
+  return {kCodeLines.data() + 4 * code, code >= 1000 ? 4u : 3u};
+}
+
+// The shortest round-trip text of a number, into `buf`; the text formatNumber() returns.
+std::string_view formatInto(double value, char (&buf)[64]) {
+  if (value == 0.0) return "0.0";  // also folds -0.0, which some readers refuse
+  auto [end, ec] = std::to_chars(buf, buf + sizeof buf - 2, value);
+  if (ec != std::errc()) return {};
+  std::string_view s(buf, static_cast<std::size_t>(end - buf));
+  // A real must look like one to other readers: a point, an exponent, or "inf"/"nan".
+  const bool looksReal = std::any_of(s.begin(), s.end(), [](char c) { return c == '.' || c == 'e' || c == 'n'; });
+  if (std::isfinite(value) && !looksReal) {
+    *end++ = '.';
+    *end++ = '0';
+    s = std::string_view(buf, static_cast<std::size_t>(end - buf));
+  }
+  return s;
 }
 
 // Group codes of reals (coordinates, sizes, angles) and the length their changed texts usually have.
@@ -174,11 +200,16 @@ std::optional<std::size_t> TagList::find(int code, std::size_t from) const {
   return std::nullopt;
 }
 
-void TagList::setNumber(std::size_t i, double value) { setText(i, formatNumber(value)); }
+void TagList::setNumber(std::size_t i, double value) {
+  char buf[64];
+  replaceText(i, formatInto(value, buf));  // no heap: a transformation sets millions of these
+}
 
 void TagList::setInteger(std::size_t i, long long value) { setText(i, std::to_string(value)); }
 
-void TagList::setText(std::size_t i, std::string text) {
+void TagList::setText(std::size_t i, std::string text) { replaceText(i, text); }
+
+void TagList::replaceText(std::size_t i, std::string_view text) {
   // The code line stays with the new value, so that a changed tag keeps the spelling of its code; the
   // usual spelling needs no room of its own.
   const std::string_view code = codeText(i);
@@ -222,12 +253,8 @@ std::string formatCode(int code) {
 }
 
 std::string formatNumber(double value) {
-  if (value == 0.0) return "0.0";  // also folds -0.0, which some readers refuse
   char buf[64];
-  auto [end, ec] = std::to_chars(buf, buf + sizeof buf, value);
-  std::string s(buf, ec == std::errc() ? end : buf);
-  if (std::isfinite(value) && s.find_first_of(".en") == std::string::npos) s += ".0";
-  return s;
+  return std::string(formatInto(value, buf));
 }
 
 std::optional<double> parseNumber(std::string_view text) {

@@ -153,6 +153,7 @@ class TagList {
   };
 
   Packed packOwned(int code, std::string_view text);
+  void replaceText(std::size_t i, std::string_view text);
 
   std::vector<Packed> tags_;
   const char* base_ = nullptr;
