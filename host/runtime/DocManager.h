@@ -3,6 +3,8 @@
 
 #include "sdk/AcApDocManager.h"
 
+#include <string>
+
 namespace host::runtime {
 
 class Document : public AcApDocument {
@@ -11,11 +13,11 @@ class Document : public AcApDocument {
   AcDbDatabase* database() const override;
   AcAp::DocLockMode myLockMode() const override { return locks_ > 0 ? lockMode_ : AcAp::kNotLocked; }
 
+ private:
+  friend class DocManager;
   int locks_ = 0;
   AcAp::DocLockMode lockMode_ = AcAp::kNotLocked;
-
- private:
-  mutable std::wstring fileName_;
+  mutable std::wstring fileName_;  // keeps the text fileName() hands out
 };
 
 class DocManager : public AcApDocManager {

@@ -11,6 +11,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <memory>
 
@@ -75,6 +76,46 @@ void release(LoadedModule& m) {
   if (m.library) dlclose(m.library);
   m.library = nullptr;
   std::erase_if(modules(), [&m](const auto& p) { return p.get() == &m; });
+}
+
+// The load and unload drawing messages, for the drawing open now (none without a drawing).
+void sendDrawingMessage(LoadedModule& m, AcRx::AppMsgCode message) {
+  AcApDocument* doc = currentDocument();
+  if (doc && host::hasDrawing()) sendAppMessage(&m, message, doc);
+}
+
+// The module object, its initialisation and the initialise-application message. On false the caller
+// releases what was made.
+bool startModule(LoadedModule& m, CreateExport create, const std::string& name, std::string& error) {
+  HINSTANCE instance = m.library;
+  {
+    ApplicationScope scope(&m);
+    m.module = create(instance);
+  }
+  if (!m.module) {
+    error = name + " did not create its module object";
+    return false;
+  }
+  m.module->addRef();
+  trace("  module object created");
+
+  gInitialising = &m;
+  {
+    ApplicationScope scope(&m);
+    m.module->initApp();
+  }
+  gInitialising = nullptr;
+  if (!m.announced) {
+    error = name + " did not announce itself to the host (onLoadArxApp) when initialised";
+    return false;
+  }
+  if (AcRx::AppRetCode rc = sendAppMessage(&m, AcRx::kInitAppMsg, &m); rc != AcRx::kRetOK) {
+    ApplicationScope scope(&m);
+    m.module->uninitApp();
+    error = name + " refused to initialise (answer " + std::to_string(static_cast<int>(rc)) + ")";
+    return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -158,41 +199,19 @@ bool loadModule(const std::wstring& path, std::string& error) {
   m.library = library;
   m.entryPoint = entry;
   modules().push_back(std::move(owned));
-
-  HINSTANCE instance = library;
-  {
-    ApplicationScope scope(&m);
-    m.module = create(instance);
-  }
-  if (!m.module) {
-    release(m);
-    error = name + " did not create its module object";
-    return false;
-  }
-  m.module->addRef();
-  trace("  module object created");
-
-  gInitialising = &m;
-  {
-    ApplicationScope scope(&m);
-    m.module->initApp();
-  }
-  gInitialising = nullptr;
-  if (!m.announced) {
-    release(m);
-    error = name + " did not announce itself to the host (onLoadArxApp) when initialised";
-    return false;
-  }
-  if (AcRx::AppRetCode rc = sendAppMessage(&m, AcRx::kInitAppMsg, &m); rc != AcRx::kRetOK) {
-    {
-      ApplicationScope scope(&m);
-      m.module->uninitApp();
+  try {
+    if (!startModule(m, create, name, error)) {
+      release(m);
+      return false;
     }
+  } catch (const std::exception& e) {
+    // A module that throws while it starts is not fit to stay.
+    gInitialising = nullptr;
     release(m);
-    error = name + " refused to initialise (answer " + std::to_string(static_cast<int>(rc)) + ")";
+    error = name + " failed while it was loaded: " + e.what();
     return false;
   }
-  if (AcApDocument* doc = currentDocument(); doc && host::hasDrawing()) sendAppMessage(&m, AcRx::kLoadDwgMsg, doc);
+  sendDrawingMessage(m, AcRx::kLoadDwgMsg);
   return true;
 }
 
@@ -207,7 +226,7 @@ bool unloadModule(const std::wstring& path, bool force, std::string& error) {
     return false;
   }
   trace("unload module " + toUtf8(m->path));
-  if (AcApDocument* doc = currentDocument(); doc && host::hasDrawing()) sendAppMessage(m, AcRx::kUnloadDwgMsg, doc);
+  sendDrawingMessage(*m, AcRx::kUnloadDwgMsg);
   {
     ApplicationScope scope(m);
     m->module->uninitApp();

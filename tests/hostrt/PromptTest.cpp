@@ -187,6 +187,16 @@ TEST(SystemServices, ResultBuffersVariablesAndCoordinateSystems) {
   ASSERT_EQ(acedTrans(in, &ucs, &wcs, 0, out), RTNORM);
   EXPECT_EQ(out[2], 3.0);
   EXPECT_EQ(acedTrans(in, &bad, &wcs, 0, out), RTREJ);
+
+  // Document locks nest; an unlock too many is refused and leaves the document unlocked.
+  AcApDocument* doc = acDocManager->curDocument();
+  EXPECT_EQ(acDocManager->lockDocument(doc, AcAp::kXWrite), Acad::eOk);
+  EXPECT_EQ(acDocManager->lockDocument(doc, AcAp::kWrite), Acad::eOk);
+  EXPECT_EQ(doc->myLockMode(), AcAp::kXWrite);
+  EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
+  EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
+  EXPECT_EQ(doc->myLockMode(), AcAp::kNotLocked);
+  EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eNotApplicable);
 }
 
 }  // namespace
