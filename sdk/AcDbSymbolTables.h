@@ -163,10 +163,6 @@ class ACDB_PORT AcDbSymbolTable : public AcDbObject {
 
  protected:
   explicit AcDbSymbolTable(AcDbImpObject* imp) : AcDbObject(imp) {}
-  // The ids of the table's records in drawing order.
-  std::vector<AcDbObjectId> recordIds() const;
-  Acad::ErrorStatus openRecord(const ACHAR* name, AcDbObject*& record, AcDb::OpenMode mode,
-                               bool openErased) const;
 };
 
 class ACDB_PORT AcDbBlockTable : public AcDbSymbolTable {

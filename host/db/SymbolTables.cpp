@@ -31,6 +31,41 @@ bool validRecordName(std::wstring_view name) {
 
 AcDbImpDatabase* drawingOf(const AcDbObject& object) { return object.imp()->drawing(); }
 
+// The ids of the table's records in drawing order. The store lists no linetypes; they are looked up by name.
+std::vector<AcDbObjectId> recordIds(const AcDbSymbolTable& table) {
+  std::vector<AcDbObjectId> ids;
+  AcDbImpDatabase* drawing = drawingOf(table);
+  if (drawing == nullptr) return ids;
+  if (table.imp()->kind == Kind::BlockTable) {
+    for (const host::db::BlockSlot& b : drawing->blocks) ids.push_back(b.id);
+  } else if (table.imp()->kind == Kind::LayerTable) {
+    const dxf::Document& doc = drawing->doc();
+    for (std::size_t i = 0; i < doc.layerCount(); ++i) ids.push_back(drawing->layerId(doc.layer(i)));
+  }
+  return ids;
+}
+
+template <class Record>
+Acad::ErrorStatus openByName(const AcDbSymbolTable& table, const ACHAR* name, Record*& record, AcDb::OpenMode mode,
+                             bool openErased) {
+  record = nullptr;
+  AcDbObjectId id;
+  if (Acad::ErrorStatus es = table.getAt(name, id, openErased); es != Acad::eOk) return es;
+  AcDbObject* object = nullptr;
+  Acad::ErrorStatus es = host::db::openObject(object, id, mode, openErased);
+  record = static_cast<Record*>(object);  // a table holds records of its own kind only
+  return es;
+}
+
+template <class Iterator>
+Acad::ErrorStatus iterate(const AcDbSymbolTable& table, Iterator*& iterator, bool atBeginning, bool skipDeleted) {
+  iterator = nullptr;
+  if (drawingOf(table) == nullptr) return Acad::eNoDatabase;
+  iterator = new Iterator(recordIds(table));
+  iterator->start(atBeginning, skipDeleted);
+  return Acad::eOk;
+}
+
 }  // namespace
 
 namespace host::db {
@@ -115,63 +150,28 @@ Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& id, bo
   return id.isNull() ? Acad::eKeyNotFound : Acad::eOk;
 }
 
-std::vector<AcDbObjectId> AcDbSymbolTable::recordIds() const {
-  std::vector<AcDbObjectId> ids;
-  AcDbImpDatabase* drawing = drawingOf(*this);
-  if (drawing == nullptr) return ids;
-  if (imp()->kind == Kind::BlockTable) {
-    for (const host::db::BlockSlot& b : drawing->blocks) ids.push_back(b.id);
-  } else if (imp()->kind == Kind::LayerTable) {
-    const dxf::Document& doc = drawing->doc();
-    for (std::size_t i = 0; i < doc.layerCount(); ++i) ids.push_back(drawing->layerId(doc.layer(i)));
-  }
-  return ids;
-}
-
-Acad::ErrorStatus AcDbSymbolTable::openRecord(const ACHAR* name, AcDbObject*& record, AcDb::OpenMode mode,
-                                              bool openErased) const {
-  record = nullptr;
-  AcDbObjectId id;
-  if (Acad::ErrorStatus es = getAt(name, id, openErased); es != Acad::eOk) return es;
-  return host::db::openObject(record, id, mode, openErased);
-}
-
 AcDbBlockTable::~AcDbBlockTable() = default;
 
 Acad::ErrorStatus AcDbBlockTable::getAt(const ACHAR* name, AcDbBlockTableRecord*& record, AcDb::OpenMode mode,
                                         bool openErasedRecord) const {
-  AcDbObject* object = nullptr;
-  Acad::ErrorStatus es = openRecord(name, object, mode, openErasedRecord);
-  record = static_cast<AcDbBlockTableRecord*>(object);
-  return es;
+  return openByName(*this, name, record, mode, openErasedRecord);
 }
 
 Acad::ErrorStatus AcDbBlockTable::newIterator(AcDbBlockTableIterator*& iterator, bool atBeginning,
                                               bool skipDeleted) const {
-  iterator = nullptr;
-  if (drawingOf(*this) == nullptr) return Acad::eNoDatabase;
-  iterator = new AcDbBlockTableIterator(recordIds());
-  iterator->start(atBeginning, skipDeleted);
-  return Acad::eOk;
+  return iterate(*this, iterator, atBeginning, skipDeleted);
 }
 
 AcDbLayerTable::~AcDbLayerTable() = default;
 
 Acad::ErrorStatus AcDbLayerTable::getAt(const ACHAR* name, AcDbLayerTableRecord*& record, AcDb::OpenMode mode,
                                         bool openErasedRecord) const {
-  AcDbObject* object = nullptr;
-  Acad::ErrorStatus es = openRecord(name, object, mode, openErasedRecord);
-  record = static_cast<AcDbLayerTableRecord*>(object);
-  return es;
+  return openByName(*this, name, record, mode, openErasedRecord);
 }
 
 Acad::ErrorStatus AcDbLayerTable::newIterator(AcDbLayerTableIterator*& iterator, bool atBeginning,
                                               bool skipDeleted) const {
-  iterator = nullptr;
-  if (drawingOf(*this) == nullptr) return Acad::eNoDatabase;
-  iterator = new AcDbLayerTableIterator(recordIds());
-  iterator->start(atBeginning, skipDeleted);
-  return Acad::eOk;
+  return iterate(*this, iterator, atBeginning, skipDeleted);
 }
 
 Acad::ErrorStatus AcDbLayerTable::add(AcDbLayerTableRecord* record) {
@@ -221,10 +221,7 @@ AcDbLinetypeTable::~AcDbLinetypeTable() = default;
 
 Acad::ErrorStatus AcDbLinetypeTable::getAt(const ACHAR* name, AcDbLinetypeTableRecord*& record,
                                            AcDb::OpenMode mode, bool openErasedRecord) const {
-  AcDbObject* object = nullptr;
-  Acad::ErrorStatus es = openRecord(name, object, mode, openErasedRecord);
-  record = static_cast<AcDbLinetypeTableRecord*>(object);
-  return es;
+  return openByName(*this, name, record, mode, openErasedRecord);
 }
 
 AcDbLinetypeTableRecord::~AcDbLinetypeTableRecord() = default;
