@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 #include <list>
 #include <string>
@@ -163,37 +162,6 @@ TEST(TransformRules, TagsThatBecomeNecessaryAreAddedWhereReadersLookForThem) {
   EXPECT_DOUBLE_EQ(number(ref, 41), 2.0);
   EXPECT_NEAR(number(ref, 50), 30.0, 1e-12);
   EXPECT_DOUBLE_EQ(number(ref, 1041), 4.0);
-}
-
-TEST(TransformRules, MirroredBlockShowsANegativeYScaleAndKeepsItsPlane) {
-  Builder b;
-  Entity ref = b.make("INSERT", {{2, "MARK"}, {10, "1.0"}, {20, "2.0"}, {30, "0.0"}, {41, "2.0"}, {42, "2.0"},
-                                 {43, "2.0"}});
-  ASSERT_EQ(transformEntity(ref, scaling(-1, 1, 1)), TransformStatus::Ok);
-  EXPECT_EQ(text(ref, 10), "-1.0");
-  EXPECT_EQ(text(ref, 42), "-2.0");
-  EXPECT_NEAR(std::fabs(number(ref, 50)), 180.0, 1e-12);
-  EXPECT_EQ(text(ref, 210), "<none>");
-}
-
-TEST(TransformRules, HatchArcsRunningClockwiseTurnWithTheirMirroredAngles) {
-  Builder b;
-  // One clockwise quarter arc about (0, 0), radius 2, stored with mirrored angles 0..90 (it runs from 0 to
-  // -90 degrees). Turned by 90 degrees it runs from 90 to 0, stored as 270..360.
-  Entity hatch = b.make("HATCH", {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {210, "0.0"}, {220, "0.0"}, {230, "1.0"},
-                                  {2, "SOLID"}, {70, "1"}, {71, "0"}, {91, "1"}, {92, "1"}, {93, "1"}, {72, "2"},
-                                  {10, "0.0"}, {20, "0.0"}, {40, "2.0"}, {50, "0.0"}, {51, "90.0"}, {73, "0"},
-                                  {97, "0"}, {75, "1"}, {76, "1"}, {98, "1"}, {10, "1.0"}, {20, "0.0"}});
-  ASSERT_EQ(transformEntity(hatch, rotation(0, 0, 1, 90.0)), TransformStatus::Ok);
-  auto wrapped = [](double a) { return std::fmod(std::fmod(a, 360.0) + 360.0, 360.0); };
-  EXPECT_NEAR(wrapped(std::stod(text(hatch, 50))), 270.0, 1e-9);
-  EXPECT_NEAR(std::stod(text(hatch, 51)) - std::stod(text(hatch, 50)), 90.0, 1e-9);
-  EXPECT_NEAR(std::stod(text(hatch, 10, 2)), 0.0, 1e-12);  // the seed point turned onto the y axis
-  EXPECT_NEAR(std::stod(text(hatch, 20, 2)), 1.0, 1e-12);
-  // Under a stretch the arc would turn elliptic: the hatch refuses and stays as it was.
-  const std::string before = dump(hatch);
-  EXPECT_EQ(transformEntity(hatch, scaling(1, 3, 1)), TransformStatus::CannotScaleNonUniformly);
-  EXPECT_EQ(dump(hatch), before);
 }
 
 }  // namespace
