@@ -82,20 +82,22 @@ void CommandStack::dropEmptyGroups() {
   std::erase_if(groups_, [](const Group& g) { return g.commands.empty(); });
 }
 
-AcEdCommand* CommandStack::lookupGlobalCmd(const ACHAR* globalName) const {
-  if (isBlank(globalName)) return nullptr;
+template <class Matches>
+AcEdCommand* CommandStack::find(Matches matches) const {
   for (const Group& g : groups_)
     for (const auto& c : g.commands)
-      if (equalsNoCase(c->globalName(), globalName)) return c.get();
+      if (matches(*c)) return c.get();
   return nullptr;
+}
+
+AcEdCommand* CommandStack::lookupGlobalCmd(const ACHAR* globalName) const {
+  if (isBlank(globalName)) return nullptr;
+  return find([&](const Command& c) { return equalsNoCase(c.globalName(), globalName); });
 }
 
 AcEdCommand* CommandStack::lookupLocalCmd(const ACHAR* localName) const {
   if (isBlank(localName)) return nullptr;
-  for (const Group& g : groups_)
-    for (const auto& c : g.commands)
-      if (equalsNoCase(c->localName(), localName)) return c.get();
-  return nullptr;
+  return find([&](const Command& c) { return equalsNoCase(c.localName(), localName); });
 }
 
 AcEdCommand* CommandStack::lookupCmd(const ACHAR* typedName) const {
@@ -107,10 +109,7 @@ AcEdCommand* CommandStack::lookupCmd(const ACHAR* typedName) const {
   // Global names are compared without their leading "_": modules register "_Name" as well as "Name".
   std::wstring_view wanted = withoutUnderscore(typed);
   if (wanted.empty()) return nullptr;
-  for (const Group& g : groups_)
-    for (const auto& c : g.commands)
-      if (equalsNoCase(withoutUnderscore(c->globalName()), wanted)) return c.get();
-  return nullptr;
+  return find([&](const Command& c) { return equalsNoCase(withoutUnderscore(c.globalName()), wanted); });
 }
 
 std::vector<const Command*> CommandStack::commands() const {

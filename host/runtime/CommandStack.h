@@ -61,6 +61,9 @@ class CommandStack : public AcEdCommandStack {
     std::vector<std::unique_ptr<Command>> commands;
   };
   Group* findGroup(std::wstring_view name);
+  // The first command that matches, the most recently added group first.
+  template <class Matches>
+  AcEdCommand* find(Matches matches) const;
   void dropEmptyGroups();
 
   // The most recently created group first, as commands of a later module hide those of an earlier one.
