@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
   libgtest-dev libgmock-dev          # unit tests
-  libbenchmark-dev libeigen3-dev     # bench/ (Eigen is only the benchmarks' baseline)
+  libbenchmark-dev libeigen3-dev     # bench/; Eigen is a baseline and an independent reference, never linked into the product
   python3 python3-ezdxf              # independent DXF reader the end-to-end tests check against
   clang libclang-rt-14-dev           # libFuzzer target for the DXF reader
 )
