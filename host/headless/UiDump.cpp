@@ -4,6 +4,7 @@
 #include "host/ui/UserActions.h"
 #include "host/ui/WindowData.h"
 #include "sdk/ui/CButton.h"
+#include "sdk/ui/CComboBox.h"
 #include "sdk/ui/CEdit.h"
 #include "sdk/ui/CListCtrl.h"
 #include "sdk/ui/CSpinButtonCtrl.h"
@@ -48,6 +49,15 @@ void dumpControl(CWnd& control, const std::string& indent, std::string& out) {
   out += line + "\n";
   if (auto* list = dynamic_cast<CListCtrl*>(&control); list != nullptr && kind == "list")
     dumpList(*list, indent + "  ", out);
+  if (auto* combo = dynamic_cast<CComboBox*>(&control); combo != nullptr && kind == "combo") {
+    line = indent + "  entries";
+    for (int i = 0; i < combo->GetCount(); ++i) {
+      std::wstring text;
+      combo->GetLBText(i, text);
+      line += " " + quoted(text);
+    }
+    out += line + "\n";
+  }
   std::vector<CWnd*> children;
   for (const auto& slot : ::ui::detail::dataOf(control).children) children.push_back(slot.window);
   for (CWnd* child : children) dumpControl(*child, indent + "  ", out);

@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "host/Transcript.h"
+#include "host/WideText.h"
 #include "host/headless/ScriptInput.h"
 #include "host/headless/UiScript.h"
-#include "host/WideText.h"
-#include "host/ui/UserActions.h"
 #include "host/ui/UiThread.h"
+#include "host/ui/UserActions.h"
 #include "host/ui/WindowData.h"
 
 namespace host::headless {
@@ -124,8 +124,8 @@ int HeadlessUi::messageBox(const std::wstring& text, const std::wstring& caption
   const std::vector<Button> buttons = buttonsOf(type);
   int answer = 0;
   if (messageAnswers_.empty() && buttons.size() > 1) {
-    const ScriptLineKind ended =
-        waitForAnswer("the message box \"" + escapeForTranscript(text) + "\"", [&] { return !messageAnswers_.empty(); });
+    const ScriptLineKind ended = waitForAnswer("the message box \"" + escapeForTranscript(text) + "\"",
+                                               [&] { return !messageAnswers_.empty(); });
     if (ended == ScriptLineKind::Enter) answer = buttons.front().id;
     if (ended == ScriptLineKind::Escape || ended == ScriptLineKind::End) answer = cancelAnswer(buttons);
   }

@@ -155,7 +155,12 @@ void runDialogLine(std::string_view line, const std::vector<Token>& t) {
   } else if (verb == "select") {
     std::vector<int> rows;
     for (std::size_t i = 4; i < t.size(); ++i) rows.push_back(intArgument(t, i, "@dialog ID select CTRL ROW..."));
-    host::ui::selectRows(control, rows);
+    if (host::ui::kindWord(control) == "combo") {
+      if (rows.size() != 1) throw LineError("a drop-down list takes one entry: @dialog ID select CTRL ROW");
+      host::ui::chooseEntry(control, rows.front());
+    } else {
+      host::ui::selectRows(control, rows);
+    }
   } else if (verb == "header") {
     host::ui::clickHeader(control, intArgument(t, 4, "@dialog ID header CTRL COL"));
   } else if (verb == "menu") {
@@ -201,7 +206,8 @@ void runAnswerLine(std::string_view line, const std::vector<Token>& t) {
         return;
       }
     }
-    throw LineError("unknown answer \"" + std::string(word) + "\": @answer message yes|no|ok|cancel|abort|retry|ignore");
+    throw LineError("unknown answer \"" + std::string(word) +
+                    "\": @answer message yes|no|ok|cancel|abort|retry|ignore");
   }
   throw LineError("@answer needs file or message: @answer file PATH|cancel, @answer message ANSWER");
 }

@@ -19,7 +19,8 @@ CWnd* nextTabControl(CWnd& dialog, CWnd* current, bool backwards) {
   for (CWnd* control : controls) {
     const ControlKind kind = dataOf(*control).kind;
     const bool takesFocus = kind == ControlKind::Edit || kind == ControlKind::Button ||
-                            kind == ControlKind::CheckBox || kind == ControlKind::ListView;
+                            kind == ControlKind::CheckBox || kind == ControlKind::ListView ||
+                            kind == ControlKind::ComboBox;
     if (takesFocus && control->IsWindowVisible() && control->IsWindowEnabled()) stops.push_back(control);
   }
   if (stops.empty()) return nullptr;

@@ -4,6 +4,7 @@
 
 #include "host/ui/WindowData.h"
 #include "sdk/ui/CButton.h"
+#include "sdk/ui/CComboBox.h"
 #include "sdk/ui/CEdit.h"
 #include "sdk/ui/CListCtrl.h"
 #include "sdk/ui/CSpinButtonCtrl.h"
@@ -61,6 +62,7 @@ std::string kindWord(const CWnd& window) {
     case ControlKind::GroupBox: return "group";
     case ControlKind::UpDown: return "updown";
     case ControlKind::ListView: return "list";
+    case ControlKind::ComboBox: return "combo";
     case ControlKind::Dialog: return "dialog";
     case ControlKind::Header: return "header";
     case ControlKind::ToolBar: return "toolbar";
@@ -187,6 +189,18 @@ void requireColumn(CWnd& control, int column) {
 }
 
 }  // namespace
+
+void chooseEntry(CWnd& control, int index) {
+  requireUsable(control, {"combo"});
+  auto& combo = dynamic_cast<CComboBox&>(control);
+  if (index < 0 || index >= combo.GetCount())
+    throw UserActionError(describe(control) + " has no entry " + std::to_string(index) + " (it has " +
+                          std::to_string(combo.GetCount()) + " entries)");
+  focusOn(control);
+  if (!::ui::detail::isAlive(&combo) || combo.GetSafeHwnd() == nullptr) return;
+  combo.SetCurSel(index);
+  ::ui::detail::sendCommand(control, CBN_SELCHANGE);
+}
 
 void clickHeader(CWnd& control, int column) {
   requireUsable(control, {"list"});

@@ -23,7 +23,7 @@ CDialog& findOpenDialog(int templateId);
 CWnd& findControl(CDialog& dialog, int id);
 
 // The word for a window's kind used in dumps and messages: static, line, group, edit, button, checkbox, updown,
-// list, header, toolbar, dialog, frame.
+// list, combo, header, toolbar, dialog, frame.
 std::string kindWord(const CWnd& window);
 // "control 4005 of dialog 4000"
 std::string describe(const CWnd& window);
@@ -40,6 +40,8 @@ void pressKey(CWnd& control, unsigned key, unsigned modifiers, wchar_t ch);
 // Selects exactly `rows` of a list (the last one gets the focus); an empty list clears the selection.
 void selectRows(CWnd& list, const std::vector<int>& rows);
 void clickHeader(CWnd& list, int column);
+// Chooses entry `index` of a drop-down list (CBN_SELCHANGE).
+void chooseEntry(CWnd& comboBox, int index);
 // A right click on a cell; row -1 is the empty space below the rows.
 void rightClickCell(CWnd& list, int row, int column);
 // Presses the toolbar button with command `id`.

@@ -6,6 +6,7 @@
 #include "host/ui/UiBackend.h"
 #include "host/ui/WindowData.h"
 #include "sdk/ui/CButton.h"
+#include "sdk/ui/CComboBox.h"
 #include "sdk/ui/CEdit.h"
 #include "sdk/ui/CListCtrl.h"
 #include "sdk/ui/CSpinButtonCtrl.h"
@@ -86,6 +87,7 @@ CWnd& createTemplateControl(CWnd& dialog, const ControlTemplate& control) {
     case ControlKind::CheckBox: object = std::make_unique<CButton>(); break;
     case ControlKind::UpDown: object = std::make_unique<CSpinButtonCtrl>(); break;
     case ControlKind::ListView: object = std::make_unique<CListCtrl>(); break;
+    case ControlKind::ComboBox: object = std::make_unique<CComboBox>(); break;
     default: object = std::make_unique<CStatic>(); break;
   }
   CRect rect = control.rect;

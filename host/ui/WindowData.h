@@ -50,6 +50,8 @@ struct WindowData {
   int templateId = 0;                          // dialog
   bool modal = false, modalRunning = false;
   int modalResult = 0, defaultId = IDOK;
+  std::vector<std::wstring> choices;           // combo box
+  int chosen = -1;
   std::vector<int> buttons;                    // toolbar
   CWnd* owner = nullptr;
 };

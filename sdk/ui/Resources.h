@@ -21,6 +21,7 @@ enum class ControlKind {
   GroupBox,
   UpDown,    // up-down (spin) control
   ListView,  // report-style list view
+  ComboBox,  // drop-down list
   // Windows that are not made from dialog templates.
   Dialog,
   Header,

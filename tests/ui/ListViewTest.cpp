@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "sdk/ui/CComboBox.h"
 #include "sdk/ui/CMenu.h"
 #include "UiTestDialog.h"
 
@@ -155,6 +156,33 @@ TEST_F(ListViewTest, RightClickThatOpensNoMenuIsReported) {
             "no context menu was opened (control 14 of dialog 900, row 0, column 0)");
   // With nobody to answer, a virtual list shows empty cells.
   EXPECT_EQ(bare->GetItemText(0, 0), L"");
+}
+
+TEST_F(ListViewTest, DropDownListOverACellReportsTheUsersChoice) {
+  struct Chooser : CComboBox {
+    std::vector<int> choices;
+    bool OnCommandReflect(int code) override {
+      if (code == CBN_SELCHANGE) choices.push_back(GetCurSel());
+      return code == CBN_SELCHANGE;
+    }
+  } chooser;
+  ASSERT_TRUE(chooser.Create(WS_VISIBLE | CBS_DROPDOWNLIST, CRect(40, 20, 120, 80), &list_, 5002));
+  for (const wchar_t* unit : {L"mm", L"cm", L"m"}) chooser.AddString(unit);
+  EXPECT_EQ(chooser.FindStringExact(-1, L"CM"), 1);
+  EXPECT_EQ(chooser.SetCurSel(2), 2);  // by program: no notification
+  EXPECT_EQ(chooser.GetWindowText(), L"m");
+  run("@dialog 900 select 5002 0");
+  EXPECT_EQ(chooser.choices, std::vector<int>{0});
+  EXPECT_EQ(chooser.GetWindowText(), L"mm");
+  EXPECT_EQ(chooser.InsertString(0, L"µm"), 0);
+  EXPECT_EQ(chooser.GetCurSel(), 1);  // the choice moves with its entry
+  EXPECT_EQ(fail("@dialog 900 select 5002 4"), "control 5002 of dialog 900 has no entry 4 (it has 4 entries)");
+  EXPECT_EQ(fail("@dialog 900 select 5002 0 1"), "a drop-down list takes one entry: @dialog ID select CTRL ROW");
+  // Shown below the list it lies over.
+  const std::string dump = transcriptOf([] { run("@dialog 900 dump"); });
+  EXPECT_NE(dump.find("  row 2 \"P3\" \"-3.5\"\n  5002 combo \"mm\"\n    entries \"µm\" \"mm\" \"cm\" \"m\"\n"),
+            std::string::npos)
+      << dump;
 }
 
 TEST_F(ListViewTest, ListWithoutOwnerDataKeepsItsOwnTexts) {
