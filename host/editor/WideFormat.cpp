@@ -1,5 +1,7 @@
 #include "host/editor/WideFormat.h"
 
+#include <locale.h>
+
 #include <cwchar>
 #include <vector>
 
@@ -8,6 +10,24 @@ namespace {
 
 bool isFlag(wchar_t c) { return c == L'-' || c == L'+' || c == L' ' || c == L'#' || c == L'0' || c == L'\''; }
 bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+
+// Narrow string arguments are UTF-8 here, whatever locale the process runs in; the conversion uses a
+// locale of the calling thread only, so the rest of the process keeps its own.
+class Utf8CharacterType {
+ public:
+  Utf8CharacterType() {
+    static locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
+    if (utf8) previous_ = uselocale(utf8);
+  }
+  ~Utf8CharacterType() {
+    if (previous_) uselocale(previous_);
+  }
+  Utf8CharacterType(const Utf8CharacterType&) = delete;
+  Utf8CharacterType& operator=(const Utf8CharacterType&) = delete;
+
+ private:
+  locale_t previous_ = nullptr;
+};
 
 }  // namespace
 
@@ -73,6 +93,7 @@ std::wstring toPortableFormat(std::wstring_view f) {
 std::wstring formatWide(const wchar_t* format, va_list args) {
   if (!format) return {};
   std::wstring portable = toPortableFormat(format);
+  Utf8CharacterType utf8;
   // vswprintf answers -1 both for a short buffer and for an encoding error; the buffer grows up to a limit.
   for (std::size_t size = 512; size <= (std::size_t{1} << 22); size *= 4) {
     std::vector<wchar_t> buffer(size);

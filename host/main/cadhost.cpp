@@ -13,7 +13,6 @@
 
 #include <unistd.h>
 
-#include <clocale>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -90,9 +89,6 @@ int fail(const std::string& message) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // Wide formats with narrow UTF-8 arguments convert by the character type of the locale.
-  std::setlocale(LC_CTYPE, "C.UTF-8");
-
   Options options;
   std::string error;
   if (!parseArguments(argc, argv, options, error)) {

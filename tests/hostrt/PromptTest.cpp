@@ -159,6 +159,10 @@ TEST(Printf, WideFormatsOfTheModulesHomePlatform) {
   EXPECT_EQ(transcript.text(), "Maßstab| 3.14|7%|1099511627776|ü|eng|lisch|wide\n");
   EXPECT_EQ(n, 48);
   transcript.clear();
+  // Narrow arguments are UTF-8 even in the "C" locale this test runs in.
+  acutPrintf(L"%hs|%S", "Maß", "Größe");
+  EXPECT_EQ(transcript.text(), "Maß|Größe");
+  transcript.clear();
   acutPrintf(L"\nAutoCAD ERROR: %d - %s : %s\n", 87, L"eOnLockedLayer", L"ctx");
   acedAlert(L"Zeile 1\nZeile 2");
   // Trace lines are for developers: never in the transcript.
