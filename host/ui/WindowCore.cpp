@@ -137,8 +137,10 @@ bool destroyWindow(CWnd& window) {
   }
   forgetFocus(window);
   host::ui::backend().windowDestroyed(window);
+  // The framework's own control object is deleted only after its PostNcDestroy has run.
   std::unique_ptr<CWnd> owned = unlinkFromParent(window);
   dataOf(window) = WindowData{};
+  dataOf(window).self = &window;
   window.PostNcDestroy();  // may delete `window`
   return true;
 }
