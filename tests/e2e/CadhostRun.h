@@ -1,0 +1,51 @@
+// Runs the cadhost executable with the module on a drawing and a script, as a surveyor's batch job would.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <complex>
+#include <filesystem>
+#include <string>
+
+namespace e2e {
+
+namespace fs = std::filesystem;
+
+struct HostRun {
+  int status = -1;
+  std::string out;  // the transcript
+  std::string err;  // host messages and debug trace lines
+};
+
+// A fresh directory per test; runs and their files live in it.
+class CadhostTest : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  // Runs `script` (the text of a script file) on examples/site-plan.dxf and saves the drawing to saved().
+  HostRun cadhost(const std::string& script, const std::string& extraArguments = "");
+  // Runs a script file of examples/.
+  HostRun example(const std::string& name);
+
+  fs::path saved() const { return dir_ / "saved.dxf"; }
+  static fs::path sitePlan();
+  static std::string slurp(const fs::path& file);
+
+  // The drawing checker's verdict for `matrix` (row-major): "mapped N kept M" or the mismatches.
+  std::string checkDrawing(const std::array<double, 16>& matrix);
+
+  fs::path dir_;
+};
+
+// What the transcript holds between the first occurrence of `from` and the end.
+std::string after(const std::string& text, const std::string& from);
+
+// The 2½D solution written as a similarity of the plane: A1 goes to T1, the direction A1->A2 turns into
+// T1->T2, and with `scale` every distance (heights included, about A1) grows by |T1T2| / |A1A2|.
+std::array<double, 16> planarSimilarity(const std::array<double, 3>& a1, const std::array<double, 3>& a2,
+                                        const std::array<double, 3>& t1, const std::array<double, 3>& t2,
+                                        bool scale);
+
+}  // namespace e2e
