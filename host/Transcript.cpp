@@ -45,6 +45,11 @@ bool transcriptAtLineStart() {
   return state().atLineStart;
 }
 
+void transcriptNoteLineEnded() {
+  std::lock_guard lock(transcriptMutex());
+  state().atLineStart = true;
+}
+
 void transcriptEndLine() {
   if (!transcriptAtLineStart()) transcriptWrite("\n");
 }

@@ -23,6 +23,9 @@ void transcriptWrite(std::string_view utf8);
 // True when nothing has been written yet or the last text ended with a line break.
 bool transcriptAtLineStart();
 
+// The user's terminal has ended the line (it echoes what is typed, Enter included).
+void transcriptNoteLineEnded();
+
 // Starts a new line unless the transcript already stands at the start of one.
 void transcriptEndLine();
 

@@ -47,7 +47,13 @@ Input askUser(std::wstring_view prompt, bool quietAtEnd) {
   } else {
     gPromptsAfterEnd = 0;
   }
-  if (!gImmediate) writePrompt(prompt);
+  if (!gImmediate) {
+    writePrompt(prompt);
+  } else if ((in.kind == InputKind::Text || in.kind == InputKind::Enter) && !in.queued) {
+    // A terminal has shown what was typed already.
+    transcriptNoteLineEnded();
+    return in;
+  }
   transcriptWrite(echoOf(in) + "\n");
   return in;
 }
