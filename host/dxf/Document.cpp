@@ -41,7 +41,7 @@ bool startsWithName(std::string_view s, std::string_view prefix) {
 }
 
 std::optional<unsigned long long> parseHandle(std::string_view text) {
-  text = trimmedText(text);
+  text = trimBlanks(text);
   unsigned long long v = 0;
   auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), v, 16);
   if (ec != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
@@ -106,8 +106,8 @@ void Document::Impl::index() {
       if (t.name() == "LTYPE" && !linetypes) linetypes = &t;
       if (t.name() != "BLOCK_RECORD") continue;
       for (const Entity& r : t.records) {
-        const std::string_view name = trimmedText(r.value(2));
-        const std::string handle(trimmedText(r.value(5)));
+        const std::string_view name = trimBlanks(r.value(2));
+        const std::string handle(trimBlanks(r.value(5)));
         if (sameName(name, "*Model_Space"))
           modelSpaceOwner = handle;
         else if (startsWithName(name, "*Paper_Space"))
@@ -119,13 +119,8 @@ void Document::Impl::index() {
 
 Section& Document::Impl::ensureHeader() {
   if (header) return *header;
-  Section& s = drawing.sections.emplace_front();
-  s.kind = SectionKind::Header;
-  s.head = makeRecord("SECTION");
-  s.head.tags.append(2, "HEADER");
-  s.end = makeRecord("ENDSEC");
-  header = &s;
-  return s;
+  header = &*drawing.sections.insert(drawing.sections.begin(), makeSection(SectionKind::Header, "HEADER"));
+  return *header;
 }
 
 Section& Document::Impl::ensureEntities() {
@@ -134,13 +129,8 @@ Section& Document::Impl::ensureEntities() {
   auto at = std::find_if(drawing.sections.begin(), drawing.sections.end(), [](const Section& s) {
     return s.name() == "OBJECTS" || s.name() == "THUMBNAILIMAGE" || s.name() == "ACDSDATA";
   });
-  Section& s = *drawing.sections.emplace(at);
-  s.kind = SectionKind::Entities;
-  s.head = makeRecord("SECTION");
-  s.head.tags.append(2, "ENTITIES");
-  s.end = makeRecord("ENDSEC");
-  entities = &s;
-  return s;
+  entities = &*drawing.sections.insert(at, makeSection(SectionKind::Entities, "ENTITIES"));
+  return *entities;
 }
 
 unsigned long long Document::Impl::highestHandle() const {
@@ -228,7 +218,7 @@ std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view na
   }
   d.index();
 
-  if (auto code = doc->rawHeader("$ACADVER")) d.versionCode = std::string(trimmedText(*code));
+  if (auto code = doc->rawHeader("$ACADVER")) d.versionCode = std::string(trimBlanks(*code));
   const auto known = std::find_if(std::begin(kVersions), std::end(kVersions),
                                   [&](const VersionName& v) { return v.code == d.versionCode; });
   if (known == std::end(kVersions)) {
@@ -360,7 +350,7 @@ std::optional<LayerRecord> Document::addLayer(std::string_view utf8Name, int col
     for (std::size_t i = 0; i < model.size(); ++i) {
       const int code = model.code(i);
       if (code == 102) {  // skip the {ACAD_REACTORS ... } and {ACAD_XDICTIONARY ... } groups
-        while (i + 1 < model.size() && !(model.code(i + 1) == 102 && trimmedText(model.text(i + 1)) == "}")) ++i;
+        while (i + 1 < model.size() && !(model.code(i + 1) == 102 && trimBlanks(model.text(i + 1)) == "}")) ++i;
         ++i;
         continue;
       }
@@ -413,7 +403,7 @@ std::vector<BlockInfo> Document::blocks() const {
   if (!impl_->blocks) return out;
   for (const Block& b : impl_->blocks->blocks) {
     const std::string_view raw = b.begin.value(2);
-    out.push_back(BlockInfo{decode(raw), trimmedText(b.begin.value(5)), isLayoutName(trimmedText(raw))});
+    out.push_back(BlockInfo{decode(raw), trimBlanks(b.begin.value(5)), isLayoutName(trimBlanks(raw))});
   }
   return out;
 }
@@ -421,9 +411,9 @@ std::vector<BlockInfo> Document::blocks() const {
 namespace {
 
 bool inPaperSpace(const Entity& e, Version version, const std::vector<std::string>& paperOwners) {
-  if (trimmedText(e.value(67)) == "1") return true;
+  if (trimBlanks(e.value(67)) == "1") return true;
   if (version < Version::R13 || paperOwners.empty()) return false;
-  const std::string_view owner = trimmedText(e.value(330));
+  const std::string_view owner = trimBlanks(e.value(330));
   return std::find(paperOwners.begin(), paperOwners.end(), owner) != paperOwners.end();
 }
 
@@ -446,7 +436,7 @@ std::vector<Entity*> Document::paperSpace() const {
   return out;
 }
 
-std::string_view Document::handleOf(const Entity& entity) { return trimmedText(entity.value(5)); }
+std::string_view Document::handleOf(const Entity& entity) { return trimBlanks(entity.value(5)); }
 
 std::string Document::layerOf(const Entity& entity) const { return decode(entity.value(8, "0")); }
 
@@ -468,7 +458,7 @@ Entity& Document::appendToModelSpace(std::string_view type, TagList tags) {
     const int code = tags.code(i);
     const std::string_view text = tags.text(i);
     if (code == 5 || code == 330) continue;
-    if (code == 100 && (!subclasses || trimmedText(text) == "AcDbEntity")) continue;
+    if (code == 100 && (!subclasses || trimBlanks(text) == "AcDbEntity")) continue;
     if (!subclasses && (code == 102 || code == 360)) continue;
     out.append(code, text);
   }

@@ -4,13 +4,7 @@
 
 namespace dxf {
 
-std::string_view trimmedText(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
-
-std::string_view Section::name() const { return trimmedText(head.value(2)); }
+std::string_view Section::name() const { return trimBlanks(head.value(2)); }
 
 Entity makeRecord(std::string_view type) {
   Entity e;
@@ -18,9 +12,18 @@ Entity makeRecord(std::string_view type) {
   return e;
 }
 
+Section makeSection(SectionKind kind, std::string_view name) {
+  Section s;
+  s.kind = kind;
+  s.head = makeRecord("SECTION");
+  s.head.tags.append(2, name);
+  s.end = makeRecord("ENDSEC");
+  return s;
+}
+
 std::optional<std::size_t> findHeaderVariable(const TagList& header, std::string_view name) {
   for (std::size_t i = 0; i < header.size(); ++i)
-    if (header.code(i) == 9 && trimmedText(header.text(i)) == name) return i;
+    if (header.code(i) == 9 && trimBlanks(header.text(i)) == name) return i;
   return std::nullopt;
 }
 
@@ -36,7 +39,7 @@ class DrawingReader {
   // The keyword of the 0 tag that comes next, empty when the next tag is no 0 tag or there is none.
   std::string_view nextType() {
     const RawTag* t = r_.peek();
-    return (t && t->code == 0) ? trimmedText(t->text) : std::string_view{};
+    return (t && t->code == 0) ? trimBlanks(t->text) : std::string_view{};
   }
   std::size_t nextLine() { return r_.line(); }
   bool fail(std::size_t line, const std::string& message) {
@@ -61,7 +64,7 @@ class DrawingReader {
 bool DrawingReader::readRecord(Entity& e) {
   const RawTag* t = r_.peek();
   const char* start = t->start;
-  e.type = std::string(trimmedText(t->text));
+  e.type = std::string(trimBlanks(t->text));
   r_.advance();
   // Collected first so that the record's tag list is allocated once at its exact size.
   scratch_.clear();
@@ -195,7 +198,7 @@ bool DrawingReader::read(std::string_view buffer, Drawing& d) {
     }
     if (t->code != 0)
       return fail(t->line, "group code " + std::to_string(t->code) + " stands outside a section");
-    const std::string_view type = trimmedText(t->text);
+    const std::string_view type = trimBlanks(t->text);
     if (type == "EOF") {
       const char* start = t->start;
       d.eof.type = "EOF";

@@ -54,11 +54,10 @@ void writeDrawing(Sink& out, const Drawing& drawing);
 
 // A structural record that the program makes: "0 ENDSEC", "0 SECTION / 2 HEADER".
 Entity makeRecord(std::string_view type);
+// An empty section the program adds to a drawing that lacks it.
+Section makeSection(SectionKind kind, std::string_view name);
 
 // Header variables: the index of the variable's 9 tag in the HEADER section's tags.
 std::optional<std::size_t> findHeaderVariable(const TagList& header, std::string_view name);
-
-// Blanks around a keyword line ("SECTION ") are tolerated where the file's structure is read.
-std::string_view trimmedText(std::string_view text);
 
 }  // namespace dxf

@@ -6,12 +6,6 @@ namespace dxf {
 
 namespace {
 
-std::string_view trimmed(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
-
 long long integerValue(const Entity& e, int code, long long fallback) {
   const auto i = e.tags.find(code);
   return i ? e.tags.integer(*i).value_or(fallback) : fallback;
@@ -30,11 +24,11 @@ std::size_t tagIndex(Entity& e, int code, int after, std::string_view text) {
 
 }  // namespace
 
-std::string_view Table::name() const { return trimmed(head.value(2)); }
-std::string_view Table::handle() const { return trimmed(head.value(5)); }
+std::string_view Table::name() const { return trimBlanks(head.value(2)); }
+std::string_view Table::handle() const { return trimBlanks(head.value(5)); }
 
 std::string_view LayerRecord::rawName() const { return record_->value(2); }
-std::string_view LayerRecord::handle() const { return trimmed(record_->value(5)); }
+std::string_view LayerRecord::handle() const { return trimBlanks(record_->value(5)); }
 bool LayerRecord::frozen() const { return (integerValue(*record_, 70, 0) & 1) != 0; }
 bool LayerRecord::locked() const { return (integerValue(*record_, 70, 0) & 4) != 0; }
 bool LayerRecord::off() const { return integerValue(*record_, 62, 7) < 0; }
@@ -70,6 +64,6 @@ void LayerRecord::setRawLinetype(std::string_view name) {
 }
 
 std::string_view LinetypeRecord::rawName() const { return record_->value(2); }
-std::string_view LinetypeRecord::handle() const { return trimmed(record_->value(5)); }
+std::string_view LinetypeRecord::handle() const { return trimBlanks(record_->value(5)); }
 
 }  // namespace dxf

@@ -13,12 +13,6 @@ namespace dxf {
 
 namespace {
 
-std::string_view trimmed(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t' || s.back() == '\r')) s.remove_suffix(1);
-  return s;
-}
-
 // The usual code lines of the group codes DXF knows, right-aligned in three columns, four bytes apart.
 constexpr int kHighestCode = 1071;
 constexpr auto kCodeLines = [] {
@@ -257,8 +251,21 @@ std::string formatNumber(double value) {
   return std::string(formatInto(value, buf));
 }
 
+std::string_view trimBlanks(std::string_view s) {
+  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+  return s;
+}
+
+// Numbers also forgive a carriage return left by a reader that split lines at line feeds only.
+std::string_view trimmedNumber(std::string_view s) {
+  s = trimBlanks(s);
+  if (!s.empty() && s.back() == '\r') s = trimBlanks(s.substr(0, s.size() - 1));
+  return s;
+}
+
 std::optional<double> parseNumber(std::string_view text) {
-  text = trimmed(text);
+  text = trimmedNumber(text);
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   double v = 0.0;
   auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), v);
@@ -267,7 +274,7 @@ std::optional<double> parseNumber(std::string_view text) {
 }
 
 std::optional<long long> parseInteger(std::string_view text) {
-  text = trimmed(text);
+  text = trimmedNumber(text);
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   long long v = 0;
   auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), v);

@@ -168,6 +168,10 @@ std::string formatCode(int code);
 // so that other readers take it for a real ("2561234.0", "0.1", "1e-300").
 std::string formatNumber(double value);
 
+// The text without the blanks and tabs around it, as values are compared where a file's writer may have
+// padded them ("SECTION ", "     6").
+std::string_view trimBlanks(std::string_view text);
+
 // Reads a DXF number: blanks around it are allowed, anything else is not.
 std::optional<double> parseNumber(std::string_view text);
 std::optional<long long> parseInteger(std::string_view text);

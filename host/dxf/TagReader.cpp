@@ -133,17 +133,11 @@ std::optional<int> parseCode(std::string_view s) {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-std::string_view withoutBlanks(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
-
 // Checks the spelling of a real without computing it: millions of coordinates pass here on every load.
 // Only a number with an exponent, which may lie out of range, is read in full. What passes here is read
 // by parseNumber() later.
 bool isReal(std::string_view s) {
-  s = withoutBlanks(s);
+  s = trimBlanks(s);
   std::size_t i = 0;
   if (i < s.size() && (s[i] == '-' || s[i] == '+')) ++i;
   std::size_t digits = 0;
@@ -159,7 +153,7 @@ bool isReal(std::string_view s) {
 }
 
 bool isInteger(std::string_view s) {
-  s = withoutBlanks(s);
+  s = trimBlanks(s);
   std::size_t i = 0;
   if (i < s.size() && (s[i] == '-' || s[i] == '+')) ++i;
   const std::size_t first = i;

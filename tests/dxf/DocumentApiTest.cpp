@@ -163,3 +163,34 @@ TEST(DxfDocument, ChangesAreSavedSoundlyForTheIndependentReader) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(DxfDocument, AMinimalDrawingGetsTheSectionsItLacks) {
+  // An R12 drawing with nothing but an empty BLOCKS section: appending an entity and setting a header
+  // variable add the ENTITIES and HEADER sections where a drawing file has them.
+  const std::string minimal = "  0\nSECTION\n  2\nBLOCKS\n  0\nENDSEC\n  0\nEOF\n";
+  std::string error;
+  auto doc = dxf::Document::parse(minimal, "minimal.dxf", error);
+  ASSERT_TRUE(doc) << error;
+  EXPECT_EQ(doc->version(), dxf::Version::R12);
+  EXPECT_FALSE(doc->hasHandles());
+  EXPECT_TRUE(doc->modelSpace().empty());
+  EXPECT_FALSE(doc->addLayer("A", 1, "", error));
+  EXPECT_THAT(error, HasSubstr("no LAYER table"));
+
+  dxf::TagList tags;
+  tags.append(100, "AcDbPoint");  // R12 has no subclass markers: dropped
+  tags.append(10, "1.5");
+  tags.append(20, "2.5");
+  tags.append(30, "0.0");
+  doc->appendToModelSpace("POINT", tags);
+  doc->setHeaderText("$CLAYER", "0");
+  EXPECT_EQ(doc->bytes(),
+            "  0\nSECTION\n  2\nHEADER\n  9\n$CLAYER\n  8\n0\n  0\nENDSEC\n"
+            "  0\nSECTION\n  2\nBLOCKS\n  0\nENDSEC\n"
+            "  0\nSECTION\n  2\nENTITIES\n  0\nPOINT\n  8\n0\n 10\n1.5\n 20\n2.5\n 30\n0.0\n  0\nENDSEC\n"
+            "  0\nEOF\n");
+}
+
+}  // namespace
