@@ -4,7 +4,6 @@
 #include "host/WideText.h"
 #include "host/editor/InputParsing.h"
 #include "host/editor/Prompt.h"
-#include "host/editor/SystemVariables.h"
 #include "host/headless/ScriptInput.h"
 #include "host/runtime/CommandStack.h"
 #include "host/runtime/LispFunctions.h"

@@ -77,8 +77,12 @@ ScriptLine ScriptRunner::next() {
     if (line.front() != '@') return {ScriptLineKind::Text, std::string(line), number};
     auto [verb, rest] = splitVerb(line);
     if (verb == "@esc" && rest.empty()) return {ScriptLineKind::Escape, {}, number};
-    if (verb == "@dialog" || verb == "@answer" || verb == "@toolbar")
-      return {ScriptLineKind::Ui, std::string(line), number};
+    if (verb == "@dialog" || verb == "@answer" || verb == "@toolbar") {
+      // Text typed into a dialog keeps its trailing blanks.
+      std::string_view whole = text;
+      if (!whole.empty() && whole.back() == '\r') whole.remove_suffix(1);
+      return {ScriptLineKind::Ui, std::string(whole.substr(whole.find('@'))), number};
+    }
     if (verb == "@open") {
       openDrawing(std::string(rest));
       continue;
