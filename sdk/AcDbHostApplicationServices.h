@@ -14,3 +14,6 @@ class ACDB_PORT AcDbHostApplicationServices {
 };
 
 ACDB_PORT AcDbHostApplicationServices* acdbHostApplicationServices();
+
+// The working drawing, the short way.
+inline AcDbDatabase* acdbCurDwg() { return acdbHostApplicationServices()->workingDatabase(); }
