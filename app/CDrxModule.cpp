@@ -23,7 +23,7 @@ CDrxModule* ViraModuleObject() { return gModule; }
 
 CDrxModule* ViraCreateModuleObject(HINSTANCE& instance) {
   if (gModule == nullptr) {
-    gModule = new CDrxModule(instance);
+    gModule = new OdRxWin32Module<CDrxModule>(instance);
     // The module's own resources are reached through its instance, as the process-attach hook would set it.
     ViraApplication().SetResourceInstance(instance);
     instance = nullptr;

@@ -1,5 +1,6 @@
 #include "ui/CKoCoordEdit.h"
 
+#include "points/KoUnits.h"
 #include "support/KoConvert.h"
 #include "support/KoString.h"
 
@@ -39,6 +40,8 @@ std::wstring CKoCoordEdit::Format(const KoPoint& p) const {
   }
   return KoUtf8ToWide(numbers.View()) + m_unitText;
 }
+
+void CKoCoordEdit::SetUnit(int unitIndex) { m_unitText = KoUnitNameW(unitIndex, true); }
 
 void CKoCoordEdit::Write(const KoPoint& point) {
   m_point = point;

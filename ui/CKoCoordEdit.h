@@ -35,6 +35,8 @@ class CKoCoordEdit : public CEdit {
   void SetPrecision(int decimals) { m_precision = decimals; }
   const std::wstring& UnitText() const { return m_unitText; }
   void SetUnitText(const std::wstring& unit) { m_unitText = unit; }
+  // The bracketed name of a length unit by its stored index ("[mm]"; "??" for an unknown index).
+  void SetUnit(int unitIndex);
   int Mode() const { return m_mode; }
   void SetMode(int mode) { m_mode = mode; }
 

@@ -34,7 +34,9 @@ TEST_F(CoordEditTest, ShowsEachModeAndReadsItsOwnOutputBack) {
   EXPECT_EQ(edit_.Mode(), CKoCoordEdit::kModeXYZ);
   EXPECT_FALSE(edit_.HoldsValue());
 
-  edit_.SetUnitText(L"[m]");
+  edit_.SetUnit(9);
+  EXPECT_EQ(edit_.UnitText(), L"??");
+  edit_.SetUnit(3);
   edit_.Write(KoPoint(0, 1, 2, 3, 0));
   EXPECT_TRUE(edit_.HoldsValue());
   EXPECT_EQ(edit_.GetWindowText(), L"1.0000  2.0000  3.0000 [m]");

@@ -2,8 +2,6 @@
 #include "app/AcRxDbxApp.h"
 #include "app/ArxEntries.h"
 #include "app/CDrxModule.h"
-#include "app/ViraCommands.h"
-#include "host/Transcript.h"
 #include "sdk/AcEdCommandStack.h"
 #include "sdk/AcRxRegistry.h"
 #include "sdk/OdRxModule.h"
@@ -80,12 +78,6 @@ TEST(ApplicationTest, InitialiseRegistersTheGroupAndUnloadRemovesIt) {
   EXPECT_EQ(std::wstring(coordDef->globalName()), L"_ViraCoordDef");
   EXPECT_EQ(coordDef->commandFlags(), ACRX_CMD_TRANSPARENT);
   ASSERT_NE(stack()->lookupCmd(L"_ViraCadtool"), nullptr);
-
-  std::string transcript;
-  auto previous = host::setTranscriptSink([&](std::string_view text) { transcript += text; });
-  stack()->lookupCmd(L"_ViraCadtool")->functionAddr()();
-  host::setTranscriptSink(previous);
-  EXPECT_EQ(transcript, "VIRA cadtools \n");
 
   EXPECT_EQ(acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr), AcRx::kRetOK);
   EXPECT_FALSE(anyViraCommand());
