@@ -7,6 +7,10 @@ namespace dxf::xform {
 void Edits::apply() {
   for (const Op& op : ops_)
     if (!op.insert) op.tags->setNumber(op.index, op.value);
+  if (!inserts_) {
+    ops_.clear();
+    return;
+  }
   // Inserting from the back keeps the planned indices of the remaining inserts valid.
   auto firstInsert = std::stable_partition(ops_.begin(), ops_.end(), [](const Op& op) { return !op.insert; });
   std::sort(firstInsert, ops_.end(), [](const Op& a, const Op& b) {
@@ -15,17 +19,20 @@ void Edits::apply() {
     return a.order > b.order;
   });
   for (auto it = firstInsert; it != ops_.end(); ++it) it->tags->insertNumber(it->index, it->code, it->value);
-  ops_.clear();
+  clear();
 }
 
 CodeIndex::CodeIndex(const TagList& tags, std::size_t from) {
-  first_.fill(kUnset);
   std::size_t i = from;
   for (; i < tags.size(); ++i) {
     const int c = tags.code(i);
     if (c == 101 || c >= 1000) break;
-    if (c >= 0 && c < kCodes && first_[static_cast<std::size_t>(c)] == kUnset)
-      first_[static_cast<std::size_t>(c)] = static_cast<std::uint32_t>(i);
+    if (c < 0 || c >= kCodes) continue;
+    const auto slot = static_cast<std::size_t>(c);
+    if (!seen_.test(slot)) {
+      seen_.set(slot);
+      first_[slot] = static_cast<std::uint32_t>(i);
+    }
   }
   end_ = i;
 }

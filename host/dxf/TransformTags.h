@@ -6,6 +6,7 @@
 #include "host/dxf/TransformGeometry.h"
 
 #include <array>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -21,6 +22,7 @@ class Edits {
   // Puts a new tag in front of index `before`; tags inserted at the same place keep their planned order.
   void insert(TagList& tags, std::size_t before, int code, double value) {
     ops_.push_back({&tags, before, code, value, true, static_cast<std::uint32_t>(ops_.size())});
+    inserts_ = true;
   }
   // Writes the point whose x tag is at `x`; a point written without z (old files may leave it out) gets
   // its z tag when it leaves the XY plane.
@@ -44,7 +46,10 @@ class Edits {
   }
 
   void apply();
-  void clear() { ops_.clear(); }
+  void clear() {
+    ops_.clear();
+    inserts_ = false;
+  }
 
  private:
   struct Op {
@@ -56,6 +61,7 @@ class Edits {
     std::uint32_t order;
   };
   std::vector<Op> ops_;
+  bool inserts_ = false;
 };
 
 // The first index of each group code below 300 in the main data of an entity: the tags before its embedded
@@ -65,7 +71,7 @@ class CodeIndex {
   static constexpr int kCodes = 300;
   explicit CodeIndex(const TagList& tags, std::size_t from = 0);
   std::size_t operator[](int code) const {
-    return code >= 0 && code < kCodes && first_[static_cast<std::size_t>(code)] != kUnset
+    return code >= 0 && code < kCodes && seen_.test(static_cast<std::size_t>(code))
                ? first_[static_cast<std::size_t>(code)]
                : kNone;
   }
@@ -73,7 +79,8 @@ class CodeIndex {
   std::size_t end() const { return end_; }  // one past the main data
 
  private:
-  static constexpr std::uint32_t kUnset = 0xffffffffu;
+  // Only the codes marked as seen hold an index: clearing 300 bits per entity is cheaper than 300 indices.
+  std::bitset<kCodes> seen_;
   std::array<std::uint32_t, kCodes> first_;
   std::size_t end_ = 0;
 };
