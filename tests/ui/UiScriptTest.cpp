@@ -198,6 +198,31 @@ TEST_F(UiTest, MessageBoxAskedOnAWorkerThreadIsShownOnTheUiThreadWhileTheWorkerW
   EXPECT_EQ(transcript, "[message] \"Neue Version verfügbar\" (yes/no) -> yes\n");
 }
 
+TEST_F(UiTest, ModalDialogOfAWorkerRunsOnTheUiThread) {
+  struct ThreadDialog : TestDialog {
+    std::thread::id initThread;
+    bool OnInitDialog() override {
+      initThread = std::this_thread::get_id();
+      return TestDialog::OnInitDialog();
+    }
+  };
+  ThreadDialog dialog;
+  std::atomic<bool> done{false};
+  int result = 0;
+  std::thread worker([&] {
+    result = dialog.DoModal();  // no script: the dialog is cancelled as when the script has ended
+    done = true;
+  });
+  while (!done) {
+    host::ui::runPendingUiCalls();
+    std::this_thread::yield();
+  }
+  worker.join();
+  EXPECT_EQ(result, IDCANCEL);
+  EXPECT_EQ(dialog.initThread, std::this_thread::get_id());
+  EXPECT_EQ(dialog.GetSafeHwnd(), nullptr);
+}
+
 TEST_F(UiTest, FailureOfAWorkersMessageBoxStopsTheUiThreadAndReleasesTheWorker) {
   run("@answer message retry");
   std::atomic<bool> done{false};
