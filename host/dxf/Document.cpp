@@ -110,7 +110,7 @@ void Document::Impl::index() {
         const std::string handle(trimBlanks(r.value(5)));
         if (sameName(name, "*Model_Space"))
           modelSpaceOwner = handle;
-        else if (startsWithName(name, "*Paper_Space"))
+        else if (startsWithName(name, "*Paper_Space") && !handle.empty())
           paperOwners.push_back(handle);
       }
     }
@@ -414,7 +414,7 @@ bool inPaperSpace(const Entity& e, Version version, const std::vector<std::strin
   if (trimBlanks(e.value(67)) == "1") return true;
   if (version < Version::R13 || paperOwners.empty()) return false;
   const std::string_view owner = trimBlanks(e.value(330));
-  return std::find(paperOwners.begin(), paperOwners.end(), owner) != paperOwners.end();
+  return !owner.empty() && std::find(paperOwners.begin(), paperOwners.end(), owner) != paperOwners.end();
 }
 
 }  // namespace
