@@ -1,6 +1,7 @@
 #include "app/ViraResources.h"
 
 #include "app/ViraResourceIds.h"
+#include "app/ViraResourceScope.h"
 
 namespace {
 
@@ -68,3 +69,5 @@ GermanResourceRegistration gGermanResources;
 }  // namespace
 
 ui::ResourceHandle ViraGermanResources() { return gGermanResources.Handle(); }
+
+ui::ResourceHandle ViraLanguageResources() { return ViraGermanResources(); }

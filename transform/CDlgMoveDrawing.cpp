@@ -1,6 +1,7 @@
 #include "transform/CDlgMoveDrawing.h"
 
 #include "app/ViraResourceIds.h"
+#include "app/ViraResourceScope.h"
 #include "points/KoPointList.h"
 #include "sdk/AcApDocManager.h"
 #include "sdk/AcFrame.h"
@@ -28,6 +29,7 @@ CDlgMoveDrawing::CDlgMoveDrawing() : CDialog(IDD_MOVE_DRAWING) {}
 
 CDlgMoveDrawing* CDlgMoveDrawing::GetOrCreate() {
   if (s_instance != nullptr) return s_instance;
+  ViraResourceScope resources;
   auto* dialog = new CDlgMoveDrawing;
   s_instance = dialog;
   if (!dialog->Create(IDD_MOVE_DRAWING, acedGetAcadFrame())) {
@@ -76,7 +78,7 @@ void CDlgMoveDrawing::ComputeTransformation() {
   }
   const bool scale = (IsDlgButtonChecked(IDC_SCALE) & 3) != 0;
 
-  m_matrix.setToIdentity();
+  // The matrix is the identity unless the pairs give a solution.
   const DrawingTrafoSolution solution = SolveDrawingTrafo(actual, target, scale);
   m_matrix = solution.matrix;
   if (!solution.updatesDialog) return;

@@ -1,5 +1,5 @@
 // The transformation dialog as the surveyor drives it: picks fill the pairs round robin, the preview follows
-// the fields and boxes, Abbrechen ends the running prompt and the dialog.
+// the fields and boxes.
 #include "transform/CDlgMoveDrawing.h"
 
 #include "app/ViraResourceIds.h"
@@ -67,15 +67,6 @@ TEST_F(MoveDrawingDialogTest, ThePreviewFollowsTypingAndTheBoxes) {
   host::ui::setCheck(control(IDC_PAIR_2), false);
   EXPECT_EQ(text(IDC_PREVIEW), L"Es ist noch keine Transformation definiert");
   EXPECT_FALSE(control(IDOK).IsWindowEnabled());
-}
-
-TEST_F(MoveDrawingDialogTest, AbbrechenEndsThePromptAndTheDialog) {
-  dialog_->AddDrawingPoint(KoPoint(0, 0, 0, 0, 0));
-  host::ui::typeText(control(IDC_TARGET_1), L"5 5");
-  host::ui::clickButton(control(IDCANCEL));
-  EXPECT_EQ(CDlgMoveDrawing::Instance(), nullptr);
-  // What the dialog queued reaches the running prompt as its cancel keyword.
-  EXPECT_TRUE(host::editor::hasQueuedInput());
 }
 
 }  // namespace
