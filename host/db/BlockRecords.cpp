@@ -45,9 +45,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
 
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
   id.setNull();
-  if (Acad::ErrorStatus es = host::db::checkWritable(*this); es != Acad::eOk) return es;
-  if (entity == nullptr) return Acad::eNullEntityPointer;
-  if (!entity->isNewObject()) return Acad::eAlreadyInDb;
+  if (Acad::ErrorStatus es = host::db::checkAddable(*this, entity, Acad::eNullEntityPointer); es != Acad::eOk)
+    return es;
   // The store appends to model space only.
   if (slotOf(*this)->space != Space::Model) return Acad::eNotApplicable;
 
@@ -64,12 +63,6 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
   dxf::Entity& stored = doc.appendToModelSpace(imp.entity.type, std::move(tags));
 
   // From here on the entity is the drawing's, open for writing until the caller closes it.
-  ObjectRecord* r = host::db::findRecord(drawing.addModelSpaceEntity(stored));
-  imp.record = r;
-  imp.opens.assign(1, AcDb::kForWrite);
-  imp.entity = {};
-  imp.layer.clear();
-  r->open = entity;
-  id = r->id();
+  id = host::db::adopt(*entity, *host::db::findRecord(drawing.addModelSpaceEntity(stored)));
   return Acad::eOk;
 }

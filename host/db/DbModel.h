@@ -133,6 +133,14 @@ Acad::ErrorStatus openObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMod
 // Status of a change to an object: eOk when it may be changed now.
 Acad::ErrorStatus checkWritable(const AcDbObject& object);
 
+// Whether `object` may join the drawing through `container` now: the container open for writing, the
+// object there (else `nullStatus`) and part of no drawing yet.
+Acad::ErrorStatus checkAddable(const AcDbObject& container, const AcDbObject* object, Acad::ErrorStatus nullStatus);
+
+// Makes a new object the in-memory side of its freshly stored record, open for writing as after an
+// add or append; returns its id.
+AcDbObjectId adopt(AcDbObject& object, ObjectRecord& record);
+
 // A table record's name as the drawing has it (a new layer's own name while it is new).
 std::wstring recordName(const AcDbObject& object);
 

@@ -86,6 +86,23 @@ Acad::ErrorStatus checkWritable(const AcDbObject& object) {
   return imp.writable() ? Acad::eOk : Acad::eNotOpenForWrite;
 }
 
+Acad::ErrorStatus checkAddable(const AcDbObject& container, const AcDbObject* object, Acad::ErrorStatus nullStatus) {
+  if (Acad::ErrorStatus es = checkWritable(container); es != Acad::eOk) return es;
+  if (object == nullptr) return nullStatus;
+  return object->isNewObject() ? Acad::eOk : Acad::eAlreadyInDb;
+}
+
+AcDbObjectId adopt(AcDbObject& object, ObjectRecord& record) {
+  AcDbImpObject& imp = *object.imp();
+  imp.record = &record;
+  imp.opens.assign(1, AcDb::kForWrite);
+  imp.entity = {};
+  imp.layer.clear();
+  imp.newLayer = {};
+  record.open = &object;
+  return record.id();
+}
+
 }  // namespace host::db
 
 // ---- AcDbObject ----------------------------------------------------------------------------------------

@@ -181,9 +181,8 @@ Acad::ErrorStatus AcDbLayerTable::add(AcDbLayerTableRecord* record) {
 
 Acad::ErrorStatus AcDbLayerTable::add(AcDbObjectId& id, AcDbLayerTableRecord* record) {
   id.setNull();
-  if (Acad::ErrorStatus es = host::db::checkWritable(*this); es != Acad::eOk) return es;
-  if (record == nullptr) return Acad::eNullObjectPointer;
-  if (!record->isNewObject()) return Acad::eAlreadyInDb;
+  if (Acad::ErrorStatus es = host::db::checkAddable(*this, record, Acad::eNullObjectPointer); es != Acad::eOk)
+    return es;
   AcDbImpDatabase& drawing = *drawingOf(*this);
   dxf::Document& doc = drawing.doc();
   const host::db::NewLayer& settings = record->imp()->newLayer;
@@ -207,13 +206,7 @@ Acad::ErrorStatus AcDbLayerTable::add(AcDbObjectId& id, AcDbLayerTableRecord* re
   if (settings.frozenInNewViewports) host::db::setLayerFlag(*layer, 2, true);
 
   // From here on the record is the drawing's, open for writing until the caller closes it.
-  ObjectRecord* r = host::db::findRecord(drawing.layerId(*layer));
-  AcDbImpObject& imp = *record->imp();
-  imp.record = r;
-  imp.opens.assign(1, AcDb::kForWrite);
-  imp.newLayer = {};
-  r->open = record;
-  id = r->id();
+  id = host::db::adopt(*record, *host::db::findRecord(drawing.layerId(*layer)));
   return Acad::eOk;
 }
 
