@@ -34,7 +34,16 @@ inline Vec3 fromAngleDeg(double degrees) {
   return {std::cos(r), std::sin(r), 0.0};
 }
 
-inline double angleDeg(const Vec3& v) { return std::atan2(v.y, v.x) * kRadToDeg; }
+// The direction's angle in [0, 360) degrees, the range CAD hosts write.
+inline double angleDeg(const Vec3& v) {
+  const double a = std::atan2(v.y, v.x) * kRadToDeg;
+  return a < 0.0 ? (a + 360.0 < 360.0 ? a + 360.0 : 0.0) : a;
+}
+
+inline double wrapDeg(double a) {
+  a -= 360.0 * std::floor(a / 360.0);
+  return a < 360.0 ? a : 0.0;
+}
 
 // p' = L * p + t: the 4x4 matrix without its (0, 0, 0, 1) bottom row.
 struct Affine {

@@ -157,9 +157,13 @@ class HatchPlan {
     const double span = b - a;
     const bool full = std::fabs(std::fabs(span) - 360.0) <= 1e-9 || (std::fabs(span) >= 360.0);
     a = ocs_.angleDeg(a);
-    b = full ? a + 360.0 : ocs_.angleDeg(b);
-    if (start != kNone) c_.edits.set(t_, start, ccw ? a : 360.0 - b);
-    if (stop != kNone) c_.edits.set(t_, stop, ccw ? b : 360.0 - a);
+    b = ocs_.angleDeg(b);
+    double newStart = ccw ? a : 360.0 - b, newEnd = ccw ? b : 360.0 - a;
+    // A full circle keeps its span; only its seam turns.
+    newStart = wrapDeg(full ? (ccw ? a : -a) : newStart);
+    newEnd = full ? newStart + 360.0 : wrapDeg(newEnd);
+    if (start != kNone) c_.edits.set(t_, start, newStart);
+    if (stop != kNone) c_.edits.set(t_, stop, newEnd);
     i = j - 1;
     return true;
   }

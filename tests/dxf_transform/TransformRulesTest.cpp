@@ -127,7 +127,7 @@ TEST(TransformRules, SurveyCoordinatesKeepEveryDigit) {
   EXPECT_EQ(text(arc, 20), "2561234.567");
   EXPECT_EQ(text(arc, 40), "12.5");
   EXPECT_DOUBLE_EQ(number(arc, 50), 100.0);
-  EXPECT_DOUBLE_EQ(number(arc, 51), -170.0);
+  EXPECT_DOUBLE_EQ(number(arc, 51), 190.0);  // angles stay in [0, 360)
   EXPECT_EQ(codes(arc).size(), 6u);  // still in plan: no extrusion added
 }
 

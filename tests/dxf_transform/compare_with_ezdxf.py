@@ -11,7 +11,8 @@ import ezdxf
 from ezdxf.math import OCS, Matrix44, OCSTransform, Vec2, Vec3
 
 TOL = 1e-9
-ANGLES = {"rotation", "start_angle", "end_angle", "text_rotation", "angle", "oblique", "pattern_angle"}
+ANGLES = {"rotation", "start_angle", "end_angle", "text_rotation", "angle", "oblique", "pattern_angle",
+          "horizontal_direction"}
 DIRECTIONS = {"extrusion", "text_direction", "unit_vector", "normal_vector", "horizontal_direction"}
 # Values ezdxf leaves alone but a CAD host scales with the drawing; checked separately below.
 SCALED = {"LEADER": {"text_height", "text_width", "leader_offset_annotation_placement",
