@@ -2,6 +2,7 @@
 #include "host/db/Drawing.h"
 #include "host/editor/CommandLine.h"
 #include "host/runtime/ModuleLoader.h"
+#include "sdk/AcEd.h"
 #include "sdk/AcEdCommandStack.h"
 #include "sdk/AcRxRegistry.h"
 #include "sdk/OdRxModule.h"
@@ -89,6 +90,10 @@ TEST_F(TestModuleFixture, LispFunctionsAreDefinedPerDrawingAndInvokedThroughTheM
   EXPECT_FALSE(host::editor::executeCommandLine(L"(testfun)")) << "no drawing, no functions";
   ASSERT_TRUE(host::openDrawing(VIRA_SOURCE_DIR "/examples/site-plan.dxf", error)) << error;
   host::runtime::broadcastAppMessage(AcRx::kLoadDwgMsg, nullptr);
+  resbuf layer;
+  ASSERT_EQ(acedGetVar(L"clayer", &layer), RTNORM);
+  EXPECT_EQ(std::wstring(layer.resval.rstring), host::currentLayerName());
+  acutDelString(layer.resval.rstring);
   EXPECT_TRUE(host::editor::executeCommandLine(L"( TESTFUN )"));
   EXPECT_FALSE(host::editor::executeCommandLine(L"(testfun 1 2)"));
   EXPECT_FALSE(host::editor::executeCommandLine(L"(testfun"));
