@@ -7,7 +7,9 @@
 
 namespace host::editor {
 
-// Runs until the input ends. A headless::ScriptError from anywhere below ends the run and is passed on.
+// Runs until the input ends. An empty line at the command line does nothing (it does not repeat the last
+// command, so that blank lines in a script stay harmless). A headless::ScriptError from anywhere below
+// ends the run and is passed on.
 void runCommandLine();
 
 // Carries out one line typed at the command line; false (with a message on the command line) when it
