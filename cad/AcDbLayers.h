@@ -37,11 +37,13 @@ AcDbObjectId AcDbGetOrCreateLayer(AcDbObjectId& layerId, AcDbDatabase* database,
                                   const ACHAR* linetypeName, const AcCmColor& color);
 
 // The module's two layers (linetype CONTINUOUS, colour 6), in the given drawing or, without one, in the
-// working drawing reached through a temporary connector.
+// working drawing reached through a temporary connector (which opens model space for writing, so a caller
+// holding a connector of its own passes that connector's database).
 AcDbObjectId AcDbGetToolLayer(AcDbObjectId& layerId, AcDbDatabase* database = nullptr);
 AcDbObjectId AcDbGetSuiteLayer(AcDbObjectId& layerId, AcDbDatabase* database = nullptr);
 
 // Append the names of the working drawing's layers, or of its block definitions that are not layouts,
-// and answer the number of names in `names` afterwards.
+// and answer the number of names in `names` afterwards. The block names go through a temporary connector
+// and tell the user, as it does, when the drawing cannot be reached.
 int AcDbGetLayerNames(std::vector<std::wstring>& names);
 int AcDbGetBlockNames(std::vector<std::wstring>& names);

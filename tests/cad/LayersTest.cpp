@@ -40,9 +40,9 @@ class LayersTest : public DrawingTest {
     return result;
   }
 
-  AcDbLayerTableRecord* openLayer(const ACHAR* name, AcDb::OpenMode mode) {
-    AcDbLayerTableRecord* layer = nullptr;
-    EXPECT_EQ(acdbOpenObject(layer, layerId(db(), name), mode), Acad::eOk);
+  AcDbObject* openLayer(const ACHAR* name, AcDb::OpenMode mode) {
+    AcDbObject* layer = nullptr;
+    EXPECT_EQ(acdbOpenAcDbObject(layer, layerId(db(), name), mode), Acad::eOk);
     return layer;
   }
 
@@ -62,7 +62,7 @@ TEST_F(LayersTest, FrozenOffAndLockedLayersHideTheirEntities) {
   // An entity without a layer of the drawing, and a layer nobody can read right now: not hidden, logged.
   AcDbPoint loose;
   EXPECT_FALSE(AcDbIsFrozenOrInInvisibleLayer(&loose));
-  AcDbLayerTableRecord* busy = openLayer(L"Frozen", AcDb::kForWrite);
+  AcDbObject* busy = openLayer(L"Frozen", AcDb::kForWrite);
   EXPECT_FALSE(hides(firstOnLayer(db(), L"Frozen")));
   busy->close();
   EXPECT_THAT(log_, ElementsAre("AcDbIsFrozenOrInInvisibleLayer: LayerId NULL",
@@ -78,7 +78,7 @@ TEST_F(LayersTest, EnableMakesEveryHidingLayerUsableAndReportsABusyLayer) {
   }
   EXPECT_EQ(transcript.text(), "");
 
-  AcDbLayerTableRecord* busy = openLayer(L"Survey", AcDb::kForRead);
+  AcDbObject* busy = openLayer(L"Survey", AcDb::kForRead);
   EXPECT_EQ(AcDbEnableAndSetLayerVisible(layerId(db(), L"Survey")), Acad::eWasOpenForRead);
   busy->close();
   EXPECT_EQ(AcDbEnableAndSetLayerVisible(AcDbObjectId()), Acad::eNullObjectId);

@@ -2,7 +2,6 @@
 // types keywords by either name, presses Escape or Enter; the transcript shows what the user saw.
 #include "cad/AcUiKeyword.h"
 #include "cad/AcUiPromptPoint.h"
-#include "sdk/AcApDocManager.h"
 #include "tests/hostrt/HostTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -67,17 +66,6 @@ TEST(PromptPoint, WithoutKeywordsTheMessageStandsAloneAndNoKeywordIsArmed) {
             "Zeichnungspunkt: cancel\n"
             "Invalid point.\n"
             "Zeichnungspunkt: 3,4\n");
-}
-
-TEST(PromptPoint, AKeywordQueuedByADialogEndsThePrompt) {
-  TranscriptCapture transcript;
-  ScriptedUser user;
-  // The capture dialog's OK button sends the global keyword while the prompt waits.
-  user.act([] { acDocManager->sendStringToExecute(acDocManager->curDocument(), L"cancel\n"); });
-  AcUiKeyword keywords = captureKeywords();
-  AcUiPromptPoint prompt;
-  EXPECT_EQ(prompt.GetPoint(L"\nPunkt", nullptr, &keywords), RTKWORD);
-  EXPECT_EQ(prompt.ChosenKeyword(), 0);
 }
 
 }  // namespace
