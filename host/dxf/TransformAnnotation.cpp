@@ -7,7 +7,6 @@ namespace dxf::xform {
 namespace {
 
 using S = TransformStatus;
-constexpr Vec3 kWorldZ{0.0, 0.0, 1.0};
 
 bool planPoint(TagList& t, std::size_t i, Edits& edits, const auto& map) {
   if (i == kNone) return true;
@@ -35,7 +34,7 @@ TransformStatus transformDimension(Entity& e, const Context& c) {
   TagList& t = e.tags;
   const CodeIndex idx(t);
   Vec3 extrusion;
-  if (!readOptionalVector(t, idx[210], kWorldZ, extrusion) || extrusion.lengthSquared() == 0.0)
+  if (!readExtrusion(t, idx, extrusion))
     return S::InvalidData;
   const OcsTransform ocs(c.m, extrusion);
   auto inPlane = [&](const Vec3& p) { return ocs.vertex(p); };
@@ -67,7 +66,7 @@ TransformStatus transformLeader(Entity& e, const Context& c) {
   TagList& t = e.tags;
   const CodeIndex idx(t);
   Vec3 normal, horizontal;
-  if (!readOptionalVector(t, idx[210], kWorldZ, normal) || normal.lengthSquared() == 0.0 ||
+  if (!readExtrusion(t, idx, normal) ||
       !readOptionalVector(t, idx[211], {1.0, 0.0, 0.0}, horizontal))
     return S::InvalidData;
   for (std::size_t i = 0; i < idx.end(); ++i) {

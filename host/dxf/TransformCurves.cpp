@@ -6,7 +6,6 @@ namespace dxf::xform {
 
 namespace {
 
-constexpr Vec3 kWorldZ{0.0, 0.0, 1.0};
 using S = TransformStatus;
 
 // Reads and plans the point at index `x` when it exists (kNone: nothing to do).
@@ -141,8 +140,7 @@ TransformStatus transformSolid(Entity& e, const Context& c) {
   const CodeIndex idx(t);
   Vec3 extrusion;
   double thickness = 0.0;
-  if (!readOptionalVector(t, idx[210], kWorldZ, extrusion) || !readOptional(t, idx[39], 0.0, thickness) ||
-      extrusion.lengthSquared() == 0.0)
+  if (!readExtrusion(t, idx, extrusion) || !readOptional(t, idx[39], 0.0, thickness))
     return S::InvalidData;
   const OcsTransform ocs(c.m, extrusion);
   for (int code = 10; code <= 13; ++code)
@@ -166,10 +164,6 @@ TransformStatus planCircle(TagList& t, const CodeIndex& idx, const Context& c, c
   const std::size_t anchor = idx.has(40) ? idx[40] : (idx.has(10) ? idx[10] : 0);
   planExtrusion(t, idx[210], sectionEnd(t, anchor), ocs.newExtrusion(), c.edits);
   return S::Ok;
-}
-
-bool readExtrusion(const TagList& t, const CodeIndex& idx, Vec3& extrusion) {
-  return readOptionalVector(t, idx[210], kWorldZ, extrusion) && extrusion.lengthSquared() > 0.0;
 }
 
 }  // namespace

@@ -29,6 +29,8 @@ struct Vec3 {
   bool finite() const { return std::isfinite(x) && std::isfinite(y) && std::isfinite(z); }
 };
 
+inline constexpr Vec3 kWorldZ{0.0, 0.0, 1.0};
+
 inline Vec3 fromAngleDeg(double degrees) {
   const double r = degrees * kDegToRad;
   return {std::cos(r), std::sin(r), 0.0};

@@ -7,7 +7,6 @@ namespace dxf::xform {
 namespace {
 
 using S = TransformStatus;
-constexpr Vec3 kWorldZ{0.0, 0.0, 1.0};
 
 enum Edge : long long { kNoEdge = 0, kLineEdge = 1, kArcEdge = 2, kEllipseEdge = 3, kSplineEdge = 4 };
 constexpr long long kPolylinePath = 2;
@@ -208,7 +207,7 @@ TransformStatus transformHatch(Entity& e, const Context& c) {
     if (const S s = nonUniformAnswer(t, idx); s != S::Ok) return s;
   Vec3 extrusion, level;
   bool levelZ = false;
-  if (!readOptionalVector(t, idx[210], kWorldZ, extrusion) || extrusion.lengthSquared() == 0.0) return S::InvalidData;
+  if (!readExtrusion(t, idx, extrusion)) return S::InvalidData;
   if (idx.has(10) && !readPoint(t, idx[10], level, levelZ)) return S::InvalidData;
   const OcsTransform ocs(c.m, extrusion);
   const double elevation = level.z;

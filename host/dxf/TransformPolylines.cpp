@@ -7,7 +7,6 @@ namespace dxf::xform {
 namespace {
 
 using S = TransformStatus;
-constexpr Vec3 kWorldZ{0.0, 0.0, 1.0};
 
 // A bulge turns a segment into a circular arc, which a matrix that is not a similarity would make elliptic.
 bool hasBulge(const TagList& t, std::size_t from, std::size_t end, bool& bad) {
@@ -32,8 +31,7 @@ bool planWidth(TagList& t, std::size_t i, const OcsTransform& ocs, Edits& edits)
 }
 
 bool readPlane(const TagList& t, const CodeIndex& idx, Vec3& extrusion, double& thickness) {
-  return readOptionalVector(t, idx[210], kWorldZ, extrusion) && extrusion.lengthSquared() > 0.0 &&
-         readOptional(t, idx[39], 0.0, thickness);
+  return readExtrusion(t, idx, extrusion) && readOptional(t, idx[39], 0.0, thickness);
 }
 
 }  // namespace

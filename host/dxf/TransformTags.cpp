@@ -75,6 +75,10 @@ bool readOptionalVector(const TagList& tags, std::size_t x, const Vec3& fallback
   return readPoint(tags, x, out, hasZ, 0.0);
 }
 
+bool readExtrusion(const TagList& tags, const CodeIndex& idx, Vec3& extrusion) {
+  return readOptionalVector(tags, idx[210], kWorldZ, extrusion) && extrusion.lengthSquared() > 0.0;
+}
+
 std::size_t sectionEnd(const TagList& tags, std::size_t anchor) {
   std::size_t i = anchor + 1;
   while (i < tags.size()) {

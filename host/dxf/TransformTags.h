@@ -100,6 +100,9 @@ bool readOptional(const TagList& tags, std::size_t i, double fallback, double& o
 // Reads an optional direction such as the extrusion: `fallback` when absent.
 bool readOptionalVector(const TagList& tags, std::size_t x, const Vec3& fallback, Vec3& out);
 
+// The entity's extrusion (210), the world z axis when it has none; false when it is unreadable or zero.
+bool readExtrusion(const TagList& tags, const CodeIndex& idx, Vec3& extrusion);
+
 // Index one past the section (subclass, embedded object or end of main data) that holds tag `anchor`; new tags
 // belonging to that section are inserted there.
 std::size_t sectionEnd(const TagList& tags, std::size_t anchor);

@@ -7,7 +7,6 @@ namespace dxf::xform {
 namespace {
 
 using S = TransformStatus;
-constexpr Vec3 kWorldZ{0.0, 0.0, 1.0};
 
 // Writes a value that the entity may leave out when it has its default: a missing tag is added only when the
 // new value really differs from that default.
@@ -31,7 +30,7 @@ TransformStatus planText(TagList& t, const Context& c) {
   const CodeIndex idx(t);
   Vec3 extrusion;
   double rotation = 0.0, height = 0.0, thickness = 0.0;
-  if (!readOptionalVector(t, idx[210], kWorldZ, extrusion) || extrusion.lengthSquared() == 0.0 ||
+  if (!readExtrusion(t, idx, extrusion) ||
       !readOptional(t, idx[50], 0.0, rotation) || !readOptional(t, idx[40], 0.0, height) ||
       !readOptional(t, idx[39], 0.0, thickness))
     return S::InvalidData;
@@ -65,7 +64,7 @@ TransformStatus planMText(TagList& t, std::size_t from, const Context& c) {
   Vec3 extrusion, insert, direction;
   bool insertZ = false;
   double rotation = 0.0, height = 0.0;
-  if (!readOptionalVector(t, idx[210], kWorldZ, extrusion) || extrusion.lengthSquared() == 0.0 ||
+  if (!readExtrusion(t, idx, extrusion) ||
       !readOptional(t, idx[50], 0.0, rotation) || !readOptional(t, idx[40], 0.0, height))
     return S::InvalidData;
   if (idx.has(10) && !readPoint(t, idx[10], insert, insertZ)) return S::InvalidData;
@@ -123,7 +122,7 @@ TransformStatus transformInsert(Entity& e, const Context& c) {
   Vec3 extrusion, insert;
   bool insertZ = false;
   double sx = 1.0, sy = 1.0, sz = 1.0, rotation = 0.0;
-  if (!readOptionalVector(t, idx[210], kWorldZ, extrusion) || extrusion.lengthSquared() == 0.0 ||
+  if (!readExtrusion(t, idx, extrusion) ||
       !readOptional(t, idx[41], 1.0, sx) || !readOptional(t, idx[42], 1.0, sy) ||
       !readOptional(t, idx[43], 1.0, sz) || !readOptional(t, idx[50], 0.0, rotation))
     return S::InvalidData;
