@@ -2,13 +2,10 @@
 
 #include "host/WideText.h"
 #include "host/headless/ScriptInput.h"
+#include "host/headless/UiScript.h"
 
 #include <deque>
 #include <mutex>
-
-#if VIRA_HAVE_UI_SCRIPT
-#include "host/headless/UiScript.h"
-#endif
 
 namespace host::editor {
 namespace {
@@ -30,13 +27,10 @@ InputSource& source() {
   return *s;
 }
 
+// Dialog, answer and toolbar lines act on the user interface while the prompt waits.
 void runUiLine(const std::string& line) {
-#if VIRA_HAVE_UI_SCRIPT
   std::string error;
   if (!headless::runUiScriptLine(line, error)) throw headless::ScriptError(error);
-#else
-  throw headless::ScriptError("this build of the host has no dialogs, answers or toolbars: " + line);
-#endif
 }
 
 Input scriptInput() {
