@@ -1,6 +1,8 @@
 #include "cad/AcDbDebugLog.h"
 
-#include <cstdio>
+#include "sdk/AcDebug.h"
+
+#include <string>
 #include <utility>
 
 namespace {
@@ -17,7 +19,9 @@ void AcDbDebugLog(int level, std::string_view message) {
     sink()(level, message);
     return;
   }
-  std::fprintf(stderr, "%.*s\n", static_cast<int>(message.size()), message.data());
+  std::string line(message);
+  line += '\n';
+  OutputDebugStringA(line.c_str());
 }
 
 AcDbDebugLogSink AcDbSetDebugLogSink(AcDbDebugLogSink replacement) {

@@ -9,11 +9,11 @@
 // keeps (a smaller level is more important).
 inline constexpr int kAcDbDebugLogLevel = 4;
 
-// Hands one line to the debug log. Without a sink of its own the line goes to standard error, the
-// debugger channel of this platform.
+// Hands one line to the debug log. Without a sink of its own the line goes to the debugger output
+// channel, as every message of the log does.
 void AcDbDebugLog(int level, std::string_view message);
 
-// Replaces the destination (a test, the log once it exists); an empty function restores standard error.
-// Answers the previous sink.
+// Replaces the destination (a test, the log once it exists); an empty function restores the debugger
+// channel. Answers the previous sink.
 using AcDbDebugLogSink = std::function<void(int level, std::string_view message)>;
 AcDbDebugLogSink AcDbSetDebugLogSink(AcDbDebugLogSink sink);

@@ -67,6 +67,16 @@ TEST_F(LayersTest, FrozenOffAndLockedLayersHideTheirEntities) {
   busy->close();
   EXPECT_THAT(log_, ElementsAre("AcDbIsFrozenOrInInvisibleLayer: LayerId NULL",
                                 "AcDbIsFrozenOrInInvisibleLayer: acdbOpenAcDbObject failed"));
+
+  // Without a sink of its own the line goes to the host's debugger channel (shown with tracing on).
+  AcDbDebugLogSink own = AcDbSetDebugLogSink(nullptr);
+  host::setTraceEnabled(true);
+  ::testing::internal::CaptureStderr();
+  AcDbIsFrozenOrInInvisibleLayer(&loose);
+  std::string traced = ::testing::internal::GetCapturedStderr();
+  host::setTraceEnabled(false);
+  AcDbSetDebugLogSink(std::move(own));
+  EXPECT_EQ(traced, "[trace] AcDbIsFrozenOrInInvisibleLayer: LayerId NULL\n");
 }
 
 TEST_F(LayersTest, EnableMakesEveryHidingLayerUsableAndReportsABusyLayer) {
