@@ -32,10 +32,13 @@ KoMatrix::KoMatrix(int rows, int columns) : m_data(nullptr), m_rows(0), m_column
   Allocate(rows, columns);
 }
 
-KoMatrix::KoMatrix(const KoMatrix& other) : m_data(nullptr), m_rows(0), m_columns(0)
+KoMatrix::KoMatrix(const KoMatrix& other)
+    : m_data(m_local), m_rows(other.m_rows), m_columns(other.m_columns)
 {
-  Allocate(other.m_rows, other.m_columns);
-  std::copy_n(other.m_data, m_rows * m_columns, m_data);
+  // Sizes of a valid matrix need no checks, and the elements need no clearing before the copy.
+  const int count = m_rows * m_columns;
+  if (count > kLocalSize) m_data = new double[static_cast<size_t>(count)];
+  std::copy_n(other.m_data, count, m_data);
 }
 
 KoMatrix::KoMatrix(KoMatrix&& other) noexcept

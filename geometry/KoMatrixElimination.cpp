@@ -112,64 +112,88 @@ bool SolveFixed(double* a, double* b)
   return solved;
 }
 
-// Inversion of a small matrix on the augmented rows [A | I], with the same pivot choices and the same
-// arithmetic on every element that matters as SolveInPlace. The differences are all about speed: an
-// eliminated element becomes an exact 0.0 instead of the multiplier (an inverse has no use for the
-// multipliers), and zeros change neither the row sums nor the row updates, so whole rows can be summed and
-// updated without column ranges; the row sums of all candidates are formed before any is tested (the
-// result is the same, a singular row ends the inversion either way); rows are exchanged by pointer. The
-// fixed-size loops then become straight vector code.
+// Inversion of a small matrix: the elimination of SolveInPlace against the identity, with the identity
+// carried implicitly. Its columns are kept in the order in which their rows become pivots; in that order the
+// eliminated identity is a unit lower triangle, whose ones and zeros need no arithmetic, and whose other
+// elements take the place of the eliminated elements of A (swapped along with A's rows). Pivot search, row
+// sums, multipliers and the updates of A are the general elimination's operations in the same order, so
+// the same matrices count as singular. The back substitution multiplies by one reciprocal per pivot
+// instead of dividing every element, which moves a result by a few roundings at most; it yields the
+// inverse with its columns in pivot order, and they are put back in place when stored.
 template <int N>
 bool InvertFixed(double* data)
 {
-  constexpr int W = 2 * N;
-  double storage[N][W];
-  double* r[N];
+  double a[N][N];
+  int pivotRowOf[N];
   for (int i = 0; i < N; ++i) {
-    r[i] = storage[i];
-    for (int j = 0; j < N; ++j) {
-      r[i][j] = data[i * N + j];
-      r[i][N + j] = i == j ? 1.0 : 0.0;
-    }
+    pivotRowOf[i] = i;
+    for (int j = 0; j < N; ++j) a[i][j] = data[i * N + j];
   }
-  for (int k = 0; k < N; ++k) {
+#pragma GCC unroll 4
+  for (int k = 0; k < N - 1; ++k) {
     double sums[N];
-    for (int i = 0; i < N; ++i) {
-      double sum = 0.0;
-      for (int j = 0; j < N; ++j) sum += std::fabs(r[i][j]);
+    bool singular = false;
+#pragma GCC unroll 4
+    for (int i = k; i < N; ++i) {
+      double sum = std::fabs(a[i][k]);  // the general sum starts from 0.0, and 0.0 + |x| is |x|
+#pragma GCC unroll 4
+      for (int j = k + 1; j < N; ++j) sum += std::fabs(a[i][j]);
       sums[i] = sum;
+      singular |= sum < kSingular;
     }
-    bool singular = sums[k] < kSingular;
     int pivot = k;
-    double bestElement = std::fabs(r[k][k]);
+    double bestElement = std::fabs(a[k][k]);
     double bestSum = sums[k];
+#pragma GCC unroll 4
     for (int i = k + 1; i < N; ++i) {
-      singular |= sums[i] < kSingular;
-      const double element = std::fabs(r[i][k]);
-      const bool better = element * bestSum > bestElement * sums[i];
-      pivot = better ? i : pivot;
-      bestElement = better ? element : bestElement;
-      bestSum = better ? sums[i] : bestSum;
+      const double element = std::fabs(a[i][k]);
+      if (element * bestSum > bestElement * sums[i]) {
+        bestElement = element;
+        bestSum = sums[i];
+        pivot = i;
+      }
     }
     if (singular || bestElement / bestSum < kSingular) return false;
-    std::swap(r[k], r[pivot]);
+    // Branches with constant row numbers keep the rows in registers; the choice is well predicted.
+#pragma GCC unroll 4
     for (int i = k + 1; i < N; ++i) {
-      const double f = -r[i][k] / r[k][k];
-      for (int j = 0; j < W; ++j) r[i][j] = j == k ? 0.0 : r[i][j] + f * r[k][j];
+      if (pivot == i) {
+#pragma GCC unroll 4
+        for (int j = 0; j < N; ++j) std::swap(a[k][j], a[i][j]);
+        std::swap(pivotRowOf[k], pivotRowOf[i]);
+      }
+    }
+#pragma GCC unroll 4
+    for (int i = k + 1; i < N; ++i) {
+      const double f = -a[i][k] / a[k][k];
+#pragma GCC unroll 4
+      for (int j = 0; j < N; ++j) {
+        if (j != k) a[i][j] += f * a[k][j];
+      }
+      a[i][k] = f;  // 0 + f * 1 in the identity's column of the pivot row
     }
   }
-  if (std::fabs(r[N - 1][N - 1]) < kSingular) return false;
+  if (!(std::fabs(a[N - 1][N - 1]) >= kSingular)) return false;
+  double x[N][N];
+#pragma GCC unroll 4
   for (int i = N - 1; i >= 0; --i) {
+#pragma GCC unroll 4
+    for (int c = 0; c < N; ++c) x[i][c] = c < i ? a[i][c] : c == i ? 1.0 : 0.0;
+#pragma GCC unroll 4
     for (int k = i + 1; k < N; ++k) {
-      for (int c = N; c < W; ++c) r[i][c] -= r[i][k] * r[k][c];
+#pragma GCC unroll 4
+      for (int c = 0; c < N; ++c) x[i][c] -= a[i][k] * x[k][c];
     }
-    for (int c = N; c < W; ++c) r[i][c] /= r[i][i];
+    const double reciprocal = 1.0 / a[i][i];
+#pragma GCC unroll 4
+    for (int c = 0; c < N; ++c) x[i][c] *= reciprocal;
   }
   for (int i = 0; i < N; ++i) {
-    for (int j = 0; j < N; ++j) data[i * N + j] = r[i][N + j];
+    for (int c = 0; c < N; ++c) data[i * N + pivotRowOf[c]] = x[i][c];
   }
   return true;
 }
+
 
 }  // namespace
 
