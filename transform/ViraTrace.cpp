@@ -1,10 +1,9 @@
 #include "transform/ViraTrace.h"
 
-#include "cad/AcDbDebugLog.h"
+#include "sdk/AcDebug.h"
 
 #include <cstdarg>
 #include <cstdio>
-#include <cstring>
 
 namespace {
 
@@ -19,9 +18,7 @@ void ViraTrace(const char* format, ...) {
   const int written = std::vsnprintf(buffer, sizeof buffer, format, args);
   va_end(args);
   if (written < 0) return;
-  // The host interface offers no debugger channel of its own; the database helpers' debug sink is the one
-  // every module helper writes to (standard error unless a test or the log takes it over).
-  AcDbDebugLog(kAcDbDebugLogLevel, std::string_view(buffer, std::strlen(buffer)));
+  OutputDebugStringA(buffer);
 }
 
 void ViraTraceMatrix(const AcGeMatrix3d& m) {

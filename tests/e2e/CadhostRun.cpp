@@ -41,8 +41,8 @@ HostRun CadhostTest::cadhost(const std::string& script, const std::string& extra
   return run;
 }
 
-HostRun CadhostTest::example(const std::string& name) {
-  return cadhost(slurp(fs::path(VIRA_SOURCE_DIR) / "examples" / name));
+HostRun CadhostTest::example(const std::string& name, const std::string& extraArguments) {
+  return cadhost(slurp(fs::path(VIRA_SOURCE_DIR) / "examples" / name), extraArguments);
 }
 
 std::string CadhostTest::checkDrawing(const std::array<double, 16>& matrix) {

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 struct HostRun {
   int status = -1;
   std::string out;  // the transcript
-  std::string err;  // host messages and debug trace lines
+  std::string err;  // host messages, and debug trace lines with --trace
 };
 
 // A fresh directory per test; runs and their files live in it.
@@ -27,7 +27,7 @@ class CadhostTest : public ::testing::Test {
   // Runs `script` (the text of a script file) on examples/site-plan.dxf and saves the drawing to saved().
   HostRun cadhost(const std::string& script, const std::string& extraArguments = "");
   // Runs a script file of examples/.
-  HostRun example(const std::string& name);
+  HostRun example(const std::string& name, const std::string& extraArguments = "");
 
   fs::path saved() const { return dir_ / "saved.dxf"; }
   static fs::path sitePlan();

@@ -68,7 +68,7 @@ TEST_F(CadhostTest, OneControlPointShiftsEverythingButHiddenLayers) {
 }
 
 TEST_F(CadhostTest, ThreeControlPointsGiveTheSpatialSolutionWithItsErrors) {
-  HostRun run = example("three-pairs.txt");
+  HostRun run = example("three-pairs.txt", "--trace");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(preview(run.out),
             "3D Transformation\\nZeichnung Skalieren 0.999599\\nMittlere Fehler: x: 0.000 y: 0.000 z: 0.000");
@@ -96,7 +96,7 @@ TEST_F(CadhostTest, AbbrechenAndEscapeLeaveTheDrawingByteForByte) {
 
 TEST_F(CadhostTest, AnIdentityIsConfirmedWithoutAWordOrAChange) {
   // One pick without a typed target: the target is the picked point itself.
-  HostRun run = cadhost("_ViraCoordDef\n2561210,5634010,251.2\n@dialog 4000 click 1\n");
+  HostRun run = cadhost("_ViraCoordDef\n2561210,5634010,251.2\n@dialog 4000 click 1\n", "--trace");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out,
             "Command: _ViraCoordDef\n"

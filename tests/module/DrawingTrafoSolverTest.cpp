@@ -1,13 +1,14 @@
 // The solution from point pairs: matrices checked by mapping the points, texts as the surveyor reads them.
 #include "transform/DrawingTrafoSolver.h"
 
-#include "cad/AcDbDebugLog.h"
+#include "host/Transcript.h"
 #include "points/KoPointList.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <numbers>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -30,11 +31,10 @@ void expectNear(const AcGePoint3d& p, const KoPoint& q, double tolerance = 1e-9)
 
 class SolverTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    previous_ = AcDbSetDebugLogSink([this](int, std::string_view line) { trace_.emplace_back(line); });
-  }
-  void TearDown() override { AcDbSetDebugLogSink(previous_); }
+  void SetUp() override { host::setTraceEnabled(true); }
+  void TearDown() override { host::setTraceEnabled(false); }
 
+  // Solves and collects the debug trace lines the solution sent.
   DrawingTrafoSolution solve(const std::vector<Pair>& pairs, bool scale) {
     actual_.DeleteAll();
     target_.DeleteAll();
@@ -42,13 +42,17 @@ class SolverTest : public ::testing::Test {
       actual_.AppendCopy(p.actual);
       target_.AppendCopy(p.target);
     }
-    return SolveDrawingTrafo(actual_, target_, scale);
+    ::testing::internal::CaptureStderr();
+    DrawingTrafoSolution solution = SolveDrawingTrafo(actual_, target_, scale);
+    std::istringstream lines(::testing::internal::GetCapturedStderr());
+    trace_.clear();
+    for (std::string line; std::getline(lines, line);) trace_.push_back(line.substr(line.find(' ') + 1));
+    return solution;
   }
 
   KoPointList actual_;
   KoPointList target_;
   std::vector<std::string> trace_;
-  AcDbDebugLogSink previous_;
 };
 
 TEST_F(SolverTest, NoPairOrOnePair) {
@@ -159,7 +163,6 @@ TEST_F(SolverTest, FourPairsUseAllOfThemAndMoreLeaveTheDialogAlone) {
   EXPECT_EQ(s.preview, L"3D Transformation\nSkalierungsfaktor 1.000000");
 
   pairs.push_back({at(5, 5, 5), at(6, 5, 5)});
-  trace_.clear();
   s = solve(pairs, true);
   EXPECT_FALSE(s.updatesDialog);
   EXPECT_TRUE(s.matrix.isEqualTo(AcGeMatrix3d::kIdentity));
