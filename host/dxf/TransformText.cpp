@@ -91,13 +91,13 @@ TransformStatus planMText(TagList& t, std::size_t from, const Context& c) {
   if (idx.has(10)) c.edits.setPoint(t, idx[10], c.m.point(insert), insertZ);
   if (idx.has(40)) c.edits.set(t, idx[40], newHeight);
   const Vec3 unitDirection = newDirection.normalized();
-  if (idx.has(11)) {
-    c.edits.setPoint(t, idx[11], unitDirection, pointHasZ(t, idx[11]));
-  }
+  if (idx.has(11)) c.edits.setPoint(t, idx[11], unitDirection, pointHasZ(t, idx[11]));
   if (idx.has(50)) c.edits.set(t, idx[50], ocs.angleDeg(rotation));
+  // A text without direction and angle runs along the x axis of its plane, which some readers take for the
+  // world x axis: unless the turned text runs along both, its direction is written out.
   if (!idx.has(11) && !idx.has(50) &&
-      (std::fabs(unitDirection.x - 1.0) > 1e-12 || std::fabs(unitDirection.y) > 1e-12 ||
-       std::fabs(unitDirection.z) > 1e-12))
+      ((unitDirection - ocs.newOcs().ux()).length() > 1e-12 ||
+       (unitDirection - Vec3{1.0, 0.0, 0.0}).length() > 1e-12))
     c.edits.insertPoint(t, ownEnd, 11, unitDirection);
   // Reference width, defined height, extents and column sizes are lengths in the text's plane.
   bool ok = true;
