@@ -164,5 +164,27 @@ TEST(TransformRules, TagsThatBecomeNecessaryAreAddedWhereReadersLookForThem) {
   EXPECT_DOUBLE_EQ(number(ref, 1041), 4.0);
 }
 
+TEST(TransformRules, MultiLineAttributeMovesItsEmbeddedTextAlong) {
+  Builder b;
+  // The attribute's own placement, then its text as an embedded multi-line text after the 101 marker: the
+  // embedded 10 and 11 are a world point and a direction, not a second insertion and alignment point.
+  Entity attrib = b.make("ATTRIB", {{100, "AcDbText"}, {10, "1.0"}, {20, "0.0"}, {30, "0.0"}, {40, "0.5"},
+                                    {1, "A"}, {100, "AcDbAttribute"}, {2, "NR"}, {101, "Embedded Object"},
+                                    {10, "1.0"}, {20, "0.0"}, {30, "0.0"}, {40, "0.5"}, {41, "4.0"},
+                                    {11, "1.0"}, {21, "0.0"}, {31, "0.0"}, {1001, "APP"}});
+  ASSERT_EQ(transformEntity(attrib, shift(10, 0, 0) * rotation(0, 0, 1, 90.0) * scaling(2, 2, 2)),
+            TransformStatus::Ok);
+  for (int nth : {0, 1}) {  // both insertion points land on (10, 2)
+    EXPECT_NEAR(std::stod(text(attrib, 10, nth)), 10.0, 1e-12);
+    EXPECT_NEAR(std::stod(text(attrib, 20, nth)), 2.0, 1e-12);
+    EXPECT_DOUBLE_EQ(std::stod(text(attrib, 40, nth)), 1.0);
+  }
+  EXPECT_NEAR(number(attrib, 50), 90.0, 1e-12);  // the attribute's rotation, added
+  EXPECT_NEAR(std::stod(text(attrib, 11)), 0.0, 1e-12);  // the embedded direction, turned and still a unit
+  EXPECT_NEAR(std::stod(text(attrib, 21)), 1.0, 1e-12);
+  EXPECT_DOUBLE_EQ(number(attrib, 41), 8.0);
+  EXPECT_EQ(attrib.tags.code(attrib.tags.size() - 1), 1001);
+}
+
 }  // namespace
 }  // namespace dxf
