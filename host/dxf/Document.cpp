@@ -277,10 +277,13 @@ void Document::setRawHeader(std::string_view name, int code, std::string_view te
   if (!i) {
     tags.append(9, name);
     tags.append(code, text);
-  } else if (*i + 1 >= tags.size() || tags.code(*i + 1) == 9) {
+  } else if (*i + 1 < tags.size() && tags.code(*i + 1) == code) {
+    if (tags.text(*i + 1) != text) tags.setText(*i + 1, std::string(text));
+  } else {
+    // The variable is empty or holds a value of another kind (a point where a handle belongs): its
+    // value becomes the one tag given, which is what the code says it must be.
+    while (*i + 1 < tags.size() && tags.code(*i + 1) != 9) tags.erase(*i + 1);
     tags.insert(*i + 1, code, std::string(text));
-  } else if (tags.text(*i + 1) != text) {
-    tags.setText(*i + 1, std::string(text));
   }
 }
 

@@ -70,7 +70,8 @@ class Document {
   // when the header lacks it.
   std::optional<std::string_view> rawHeader(std::string_view name) const;
   // Sets the variable's first value (adding the variable with that group code at the end of the header
-  // when it is missing). The text is raw; use encode() for names.
+  // when it is missing; replacing its values when they have another group code). The text is raw; use
+  // encode() for names.
   void setRawHeader(std::string_view name, int code, std::string_view text);
   // Convenience for text variables such as $CLAYER: UTF-8 in and out.
   std::optional<std::string> headerText(std::string_view name) const;

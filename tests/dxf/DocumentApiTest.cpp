@@ -194,3 +194,25 @@ TEST(DxfDocument, AMinimalDrawingGetsTheSectionsItLacks) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(DxfDocument, AHeaderVariableTakesTheKindOfValueItIsGiven) {
+  // A damaged header holds $HANDSEED as a point; handing out a handle must not write a handle into a
+  // coordinate (which no reader would accept), and must not reuse a handle in use.
+  const std::string drawing =
+      "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1015\n  9\n$HANDSEED\n 10\n5.0\n 20\n5.0\n 30\n0.0\n"
+      "  9\n$CLAYER\n  8\n0\n  0\nENDSEC\n"
+      "  0\nSECTION\n  2\nENTITIES\n  0\nPOINT\n  5\n2A\n100\nAcDbEntity\n  8\n0\n100\nAcDbPoint\n"
+      " 10\n1.0\n 20\n2.0\n 30\n0.0\n  0\nENDSEC\n  0\nEOF\n";
+  std::string error;
+  auto doc = dxf::Document::parse(drawing, "damaged.dxf", error);
+  ASSERT_TRUE(doc) << error;
+  EXPECT_EQ(doc->newHandle(), "2B");
+  EXPECT_EQ(doc->rawHeader("$HANDSEED"), "2C");
+  const std::string saved = doc->bytes();
+  EXPECT_NE(saved.find("  9\n$HANDSEED\n  5\n2C\n  9\n$CLAYER\n"), std::string::npos) << saved;
+  ASSERT_TRUE(dxf::Document::parse(saved, "saved.dxf", error)) << error;
+}
+
+}  // namespace
