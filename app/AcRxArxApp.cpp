@@ -10,6 +10,12 @@ namespace {
 // Looked up afresh for every command, as the host may replace its services between messages.
 AcEdCommandStack* commandStack() { return AcEdCommandStack::cast(acrxSysRegistry()->at(ACRX_COMMAND_DOCK)); }
 
+// The function's name, loaded from the string table the first time when the entry gives none.
+const ACHAR* lispName(LispFunctionEntry& entry) {
+  if (entry.name == nullptr) ArxLoadEntryName(entry.name, entry.nameBuffer, entry.nameId);
+  return entry.name;
+}
+
 }  // namespace
 
 AcRx::AppRetCode AcRxArxApp::On_kInitAppMsg(void* packet) {
@@ -40,8 +46,7 @@ AcRx::AppRetCode AcRxArxApp::On_kLoadDwgMsg(void*) {
   ArxEntryTable<LispFunctionEntry>& functions = LispFunctionTable();
   for (std::size_t i = 0; i < functions.Count(); ++i) {
     LispFunctionEntry& entry = functions[i];
-    if (entry.name == nullptr) ArxLoadEntryName(entry.name, entry.nameBuffer, entry.nameId);
-    acedDefun(entry.name, static_cast<int>(i));
+    acedDefun(lispName(entry), static_cast<int>(i));
     if (entry.registerFunction) acedRegFunc(entry.function, static_cast<int>(i));
   }
   return AcRx::kRetOK;
@@ -49,11 +54,7 @@ AcRx::AppRetCode AcRxArxApp::On_kLoadDwgMsg(void*) {
 
 AcRx::AppRetCode AcRxArxApp::On_kUnloadDwgMsg(void*) {
   ArxEntryTable<LispFunctionEntry>& functions = LispFunctionTable();
-  for (std::size_t i = 0; i < functions.Count(); ++i) {
-    LispFunctionEntry& entry = functions[i];
-    if (entry.name == nullptr) ArxLoadEntryName(entry.name, entry.nameBuffer, entry.nameId);
-    acedUndef(entry.name, static_cast<int>(i));
-  }
+  for (std::size_t i = 0; i < functions.Count(); ++i) acedUndef(lispName(functions[i]), static_cast<int>(i));
   return AcRx::kRetOK;
 }
 
