@@ -112,6 +112,10 @@ bool SolveFixed(double* a, double* b)
   return solved;
 }
 
+// Two doubles handled by one instruction; the rows of a small matrix are held as pairs of these so that
+// the whole matrix and the inverse under construction fit in the vector registers.
+using Pair = double __attribute__((vector_size(16)));
+
 // Inversion of a small matrix: the elimination of SolveInPlace against the identity, with the identity
 // carried implicitly. Its columns are kept in the order in which their rows become pivots; in that order the
 // eliminated identity is a unit lower triangle, whose ones and zeros need no arithmetic, and whose other
@@ -120,14 +124,21 @@ bool SolveFixed(double* a, double* b)
 // the same matrices count as singular. The back substitution multiplies by one reciprocal per pivot
 // instead of dividing every element, which moves a result by a few roundings at most; it yields the
 // inverse with its columns in pivot order, and they are put back in place when stored.
+// Every element sees scalar operations in the general order; the pairs only do two of them at once. An odd
+// size leaves a padding element in each row, which stays zero.
 template <int N>
 bool InvertFixed(double* data)
 {
-  double a[N][N];
+  constexpr int V = (N + 1) / 2;
+  Pair a[N][V];
   int pivotRowOf[N];
+#pragma GCC unroll 4
   for (int i = 0; i < N; ++i) {
     pivotRowOf[i] = i;
-    for (int j = 0; j < N; ++j) a[i][j] = data[i * N + j];
+#pragma GCC unroll 2
+    for (int v = 0; v < V; ++v) {
+      a[i][v] = Pair{data[i * N + 2 * v], 2 * v + 1 < N ? data[i * N + 2 * v + 1] : 0.0};
+    }
   }
 #pragma GCC unroll 4
   for (int k = 0; k < N - 1; ++k) {
@@ -135,18 +146,18 @@ bool InvertFixed(double* data)
     bool singular = false;
 #pragma GCC unroll 4
     for (int i = k; i < N; ++i) {
-      double sum = std::fabs(a[i][k]);  // the general sum starts from 0.0, and 0.0 + |x| is |x|
+      double sum = std::fabs(a[i][k / 2][k % 2]);  // the general sum starts from 0.0, and 0.0 + |x| is |x|
 #pragma GCC unroll 4
-      for (int j = k + 1; j < N; ++j) sum += std::fabs(a[i][j]);
+      for (int j = k + 1; j < N; ++j) sum += std::fabs(a[i][j / 2][j % 2]);
       sums[i] = sum;
       singular |= sum < kSingular;
     }
     int pivot = k;
-    double bestElement = std::fabs(a[k][k]);
+    double bestElement = std::fabs(a[k][k / 2][k % 2]);
     double bestSum = sums[k];
 #pragma GCC unroll 4
     for (int i = k + 1; i < N; ++i) {
-      const double element = std::fabs(a[i][k]);
+      const double element = std::fabs(a[i][k / 2][k % 2]);
       if (element * bestSum > bestElement * sums[i]) {
         bestElement = element;
         bestSum = sums[i];
@@ -158,38 +169,46 @@ bool InvertFixed(double* data)
 #pragma GCC unroll 4
     for (int i = k + 1; i < N; ++i) {
       if (pivot == i) {
-#pragma GCC unroll 4
-        for (int j = 0; j < N; ++j) std::swap(a[k][j], a[i][j]);
+#pragma GCC unroll 2
+        for (int v = 0; v < V; ++v) std::swap(a[k][v], a[i][v]);
         std::swap(pivotRowOf[k], pivotRowOf[i]);
       }
     }
 #pragma GCC unroll 4
     for (int i = k + 1; i < N; ++i) {
-      const double f = -a[i][k] / a[k][k];
-#pragma GCC unroll 4
-      for (int j = 0; j < N; ++j) {
-        if (j != k) a[i][j] += f * a[k][j];
-      }
-      a[i][k] = f;  // 0 + f * 1 in the identity's column of the pivot row
+      const double f = -a[i][k / 2][k % 2] / a[k][k / 2][k % 2];
+      const Pair factor = {f, f};
+#pragma GCC unroll 2
+      for (int v = 0; v < V; ++v) a[i][v] += factor * a[k][v];
+      a[i][k / 2][k % 2] = f;  // 0 + f * 1 in the identity's column of the pivot row
     }
   }
-  if (!(std::fabs(a[N - 1][N - 1]) >= kSingular)) return false;
-  double x[N][N];
+  if (!(std::fabs(a[N - 1][(N - 1) / 2][(N - 1) % 2]) >= kSingular)) return false;
+  Pair x[N][V];
 #pragma GCC unroll 4
   for (int i = N - 1; i >= 0; --i) {
-#pragma GCC unroll 4
-    for (int c = 0; c < N; ++c) x[i][c] = c < i ? a[i][c] : c == i ? 1.0 : 0.0;
+    // The eliminated identity: the stored elements left of the diagonal, one on it, zeros right of it.
+#pragma GCC unroll 2
+    for (int v = 0; v < V; ++v) {
+      const int c = 2 * v;
+      x[i][v] = Pair{c < i ? a[i][v][0] : c == i ? 1.0 : 0.0, c + 1 < i ? a[i][v][1] : c + 1 == i ? 1.0 : 0.0};
+    }
 #pragma GCC unroll 4
     for (int k = i + 1; k < N; ++k) {
-#pragma GCC unroll 4
-      for (int c = 0; c < N; ++c) x[i][c] -= a[i][k] * x[k][c];
+      const double element = a[i][k / 2][k % 2];
+      const Pair factor = {element, element};
+#pragma GCC unroll 2
+      for (int v = 0; v < V; ++v) x[i][v] -= factor * x[k][v];
     }
-    const double reciprocal = 1.0 / a[i][i];
-#pragma GCC unroll 4
-    for (int c = 0; c < N; ++c) x[i][c] *= reciprocal;
+    const double reciprocal = 1.0 / a[i][i / 2][i % 2];
+    const Pair scale = {reciprocal, reciprocal};
+#pragma GCC unroll 2
+    for (int v = 0; v < V; ++v) x[i][v] *= scale;
   }
+#pragma GCC unroll 4
   for (int i = 0; i < N; ++i) {
-    for (int c = 0; c < N; ++c) data[i * N + pivotRowOf[c]] = x[i][c];
+#pragma GCC unroll 4
+    for (int c = 0; c < N; ++c) data[i * N + pivotRowOf[c]] = x[i][c / 2][c % 2];
   }
   return true;
 }
