@@ -32,6 +32,12 @@ KoMatrix::KoMatrix(int rows, int columns) : m_data(nullptr), m_rows(0), m_column
   Allocate(rows, columns);
 }
 
+KoMatrix::KoMatrix(int rows, int columns, Unfilled) : m_data(m_local), m_rows(rows), m_columns(columns)
+{
+  const int count = m_rows * m_columns;
+  if (count > kLocalSize) m_data = new double[static_cast<size_t>(count)];
+}
+
 KoMatrix::KoMatrix(const KoMatrix& other)
     : m_data(m_local), m_rows(other.m_rows), m_columns(other.m_columns)
 {
@@ -275,13 +281,15 @@ int KoMatrix::Invert()
 {
   if (m_rows != m_columns) KoThrowMatrixError(eKoMatrixInvertNotSquare);
   // The same elimination as Solve(copy of this, identity).
-  return KoEliminateAndInvert(m_data, m_rows) ? 0 : 1;
+  return KoEliminateAndInvert(m_data, m_data, m_rows) ? 0 : 1;
 }
 
 KoMatrix KoMatrix::Inverse(int* status) const
 {
-  KoMatrix inverse(*this);
-  const int result = inverse.Invert();
+  if (m_rows != m_columns) KoThrowMatrixError(eKoMatrixInvertNotSquare);
+  // Inverted straight from this matrix into the result, whose elements are all written.
+  KoMatrix inverse(m_rows, m_columns, Unfilled{});
+  const int result = KoEliminateAndInvert(m_data, inverse.m_data, m_rows) ? 0 : 1;
   if (status) *status = result;
   return inverse;
 }

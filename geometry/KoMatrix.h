@@ -164,6 +164,10 @@ public:
 private:
   static constexpr int kLocalSize = 16;
 
+  // Storage for a result of valid sizes whose every element the caller writes.
+  struct Unfilled {};
+  KoMatrix(int rows, int columns, Unfilled);
+
   bool InRange(int i, int j) const { return i >= 1 && i <= m_rows && j >= 1 && j <= m_columns; }
   int Offset(int i, int j) const { return (i - 1) * m_columns + (j - 1); }
   void Allocate(int rows, int columns);

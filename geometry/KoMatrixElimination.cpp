@@ -127,7 +127,7 @@ using Pair = double __attribute__((vector_size(16)));
 // Every element sees scalar operations in the general order; the pairs only do two of them at once. An odd
 // size leaves a padding element in each row, which stays zero.
 template <int N>
-bool InvertFixed(double* data)
+bool InvertFixed(const double* source, double* target)
 {
   constexpr int V = (N + 1) / 2;
   Pair a[N][V];
@@ -137,7 +137,7 @@ bool InvertFixed(double* data)
     pivotRowOf[i] = i;
 #pragma GCC unroll 2
     for (int v = 0; v < V; ++v) {
-      a[i][v] = Pair{data[i * N + 2 * v], 2 * v + 1 < N ? data[i * N + 2 * v + 1] : 0.0};
+      a[i][v] = Pair{source[i * N + 2 * v], 2 * v + 1 < N ? source[i * N + 2 * v + 1] : 0.0};
     }
   }
 #pragma GCC unroll 4
@@ -184,6 +184,15 @@ bool InvertFixed(double* data)
     }
   }
   if (!(std::fabs(a[N - 1][(N - 1) / 2][(N - 1) % 2]) >= kSingular)) return false;
+  // The reciprocals of all pivots, two per division, before the back substitution needs them.
+  double reciprocals[2 * V];
+#pragma GCC unroll 2
+  for (int v = 0; v < V; ++v) {
+    const int i2 = 2 * v + 1 < N ? 2 * v + 1 : 2 * v;
+    const Pair r = Pair{1.0, 1.0} / Pair{a[2 * v][v][0], a[i2][i2 / 2][i2 % 2]};
+    reciprocals[2 * v] = r[0];
+    reciprocals[2 * v + 1] = r[1];
+  }
   Pair x[N][V];
 #pragma GCC unroll 4
   for (int i = N - 1; i >= 0; --i) {
@@ -200,7 +209,7 @@ bool InvertFixed(double* data)
 #pragma GCC unroll 2
       for (int v = 0; v < V; ++v) x[i][v] -= factor * x[k][v];
     }
-    const double reciprocal = 1.0 / a[i][i / 2][i % 2];
+    const double reciprocal = reciprocals[i];
     const Pair scale = {reciprocal, reciprocal};
 #pragma GCC unroll 2
     for (int v = 0; v < V; ++v) x[i][v] *= scale;
@@ -208,7 +217,7 @@ bool InvertFixed(double* data)
 #pragma GCC unroll 4
   for (int i = 0; i < N; ++i) {
 #pragma GCC unroll 4
-    for (int c = 0; c < N; ++c) data[i * N + pivotRowOf[c]] = x[i][c / 2][c % 2];
+    for (int c = 0; c < N; ++c) target[i * N + pivotRowOf[c]] = x[i][c / 2][c % 2];
   }
   return true;
 }
@@ -216,15 +225,15 @@ bool InvertFixed(double* data)
 
 }  // namespace
 
-bool KoEliminateAndInvert(double* data, int n)
+bool KoEliminateAndInvert(const double* source, double* target, int n)
 {
-  if (n == 4) return InvertFixed<4>(data);
-  if (n == 3) return InvertFixed<3>(data);
+  if (n == 4) return InvertFixed<4>(source, target);
+  if (n == 3) return InvertFixed<3>(source, target);
   if (n == 0) return false;
-  std::vector<double> a(data, data + static_cast<size_t>(n) * n);
-  std::fill_n(data, static_cast<size_t>(n) * n, 0.0);
-  for (int i = 0; i < n; ++i) data[i * n + i] = 1.0;
-  return SolveInPlace<0, 0>(a.data(), n, data, n);
+  std::vector<double> a(source, source + static_cast<size_t>(n) * n);
+  std::fill_n(target, static_cast<size_t>(n) * n, 0.0);
+  for (int i = 0; i < n; ++i) target[i * n + i] = 1.0;
+  return SolveInPlace<0, 0>(a.data(), n, target, n);
 }
 
 bool KoEliminateAndSolve(double* a, int n, double* b, int m)

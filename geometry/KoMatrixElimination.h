@@ -7,8 +7,9 @@
 // b (n x m) receives X. False when A is singular (b is then partly eliminated).
 bool KoEliminateAndSolve(double* a, int n, double* b, int m);
 
-// Replaces a (n x n) by its inverse. False when singular (a then holds partial results).
-bool KoEliminateAndInvert(double* a, int n);
+// Writes the inverse of source (n x n) to target, which may be source itself. False when singular (target
+// then holds partial results).
+bool KoEliminateAndInvert(const double* source, double* target, int n);
 
 // Determinant by the same elimination, except that the pivot search of column k never looks at the last
 // row. Destroys a; 0.0 when singular.
