@@ -14,6 +14,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 
 namespace dxf {
 namespace {
@@ -57,11 +58,18 @@ std::string snapshot(const Entity& e) {
 class EzdxfAgreement : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
-    dir_ = fs::path(VIRA_BINARY_DIR) / "tests" / "dxf_transform" / "work";
+    // One directory per test process: CTest runs the tests of this suite side by side, and each one
+    // writes its own drawings.
+    dir_ = fs::path(VIRA_BINARY_DIR) / "tests" / "dxf_transform" / ("work-" + std::to_string(::getpid()));
     fs::create_directories(dir_);
     std::string out;
     generated_ = run(std::string(VIRA_PYTHON) + " " + script("make_entities.py") + " " + dir_.string(), out) == 0;
     generationLog_ = out;
+  }
+
+  static void TearDownTestSuite() {
+    std::error_code ignored;
+    fs::remove_all(dir_, ignored);
   }
 
   void SetUp() override { ASSERT_TRUE(generated_) << generationLog_; }
