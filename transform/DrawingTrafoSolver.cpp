@@ -8,18 +8,26 @@
 #include <cmath>
 #include <cstdarg>
 #include <cwchar>
+#include <vector>
 
 namespace {
 
 constexpr double kPi = 3.141592653589793;
 
+// A preview line as long as its numbers need: a shift of 1e160 is written out in full with "%.3f", so no
+// fixed buffer would do. The wide printf only says "too small" (-1), hence the growing buffer.
 std::wstring format(const wchar_t* fmt, ...) {
-  wchar_t buffer[512];
-  va_list args;
-  va_start(args, fmt);
-  const int written = std::vswprintf(buffer, sizeof buffer / sizeof buffer[0], fmt, args);
-  va_end(args);
-  return written < 0 ? std::wstring() : std::wstring(buffer, static_cast<std::size_t>(written));
+  std::vector<wchar_t> buffer(256);
+  constexpr std::size_t kLimit = std::size_t{1} << 20;  // far beyond any double written with %f
+  for (;;) {
+    va_list args;
+    va_start(args, fmt);
+    const int written = std::vswprintf(buffer.data(), buffer.size(), fmt, args);
+    va_end(args);
+    if (written >= 0) return std::wstring(buffer.data(), static_cast<std::size_t>(written));
+    if (buffer.size() >= kLimit) return std::wstring();
+    buffer.resize(buffer.size() * 4);
+  }
 }
 
 KoMatrix identity() {

@@ -67,6 +67,13 @@ TEST_F(SolverTest, NoPairOrOnePair) {
   AcGeMatrix3d shift;
   shift(0, 3) = shift(1, 3) = shift(2, 3) = 10.0;
   EXPECT_TRUE(s.matrix.isEqualTo(shift, AcGeTol()));
+
+  // A target far out: each number of the line is 161 digits before the point, and the line still shows.
+  s = solve({{at(0, 0, 0), at(1e160, 1e160, 1e160)}}, true);
+  const std::wstring number = L"1" + std::wstring(160, L'0');
+  ASSERT_EQ(s.preview.substr(0, 16), L"Verschiebung um ");
+  EXPECT_EQ(s.preview.size(), 16 + 3 * (number.size() + 4) + 2);
+  EXPECT_NE(s.preview.find(L".000 "), std::wstring::npos);
 }
 
 TEST_F(SolverTest, TwoPairsTurnAndScaleAboutTheFirstActualPoint) {
