@@ -9,6 +9,7 @@ packages=(
   libbenchmark-dev libeigen3-dev     # bench/; Eigen is a baseline and an independent reference, never linked into the product
   python3 python3-ezdxf              # independent DXF reader the end-to-end tests check against
   clang libclang-rt-14-dev           # libFuzzer target for the DXF reader
+  libcairo2-dev fonts-dejavu-core    # the headless print service writes PDF pages with cairo
 )
 
 missing=()

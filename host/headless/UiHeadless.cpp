@@ -8,6 +8,7 @@
 #include "host/Transcript.h"
 #include "host/WideText.h"
 #include "host/headless/ScriptInput.h"
+#include "host/headless/TablePdf.h"
 #include "host/headless/UiScript.h"
 #include "host/ui/UiThread.h"
 #include "host/ui/UserActions.h"
@@ -99,6 +100,7 @@ HeadlessUi& HeadlessUi::instance() {
 
 void HeadlessUi::queueFileAnswer(std::optional<std::wstring> path) { fileAnswers_.push_back(std::move(path)); }
 void HeadlessUi::queueMessageAnswer(int id) { messageAnswers_.push_back(id); }
+void HeadlessUi::queuePrintAnswer(std::optional<std::wstring> path) { printAnswers_.push_back(std::move(path)); }
 
 void HeadlessUi::chooseMenuEntry(int id) {
   menuChoice_ = id;
@@ -116,6 +118,7 @@ std::optional<std::string> HeadlessUi::menuOutcome() {
 void HeadlessUi::reset() {
   fileAnswers_.clear();
   messageAnswers_.clear();
+  printAnswers_.clear();
   menuChoice_.reset();
   menuOutcome_.reset();
 }
@@ -205,6 +208,33 @@ void HeadlessUi::runModalLoop(CDialog& dialog) {
         break;
     }
   }
+}
+
+::ui::PrintResult HeadlessUi::printTable(const ::ui::PrintTable& table, std::wstring& error) {
+  bool cancelled = false;
+  if (printAnswers_.empty()) {
+    const ScriptLineKind ended = waitForAnswer("the print dialog", [&] { return !printAnswers_.empty(); });
+    cancelled = ended != ScriptLineKind::Ui;
+  }
+  std::optional<std::wstring> answer;
+  if (!cancelled) {
+    answer = printAnswers_.front();
+    printAnswers_.pop_front();
+  }
+  std::string line = "[print] \"" + escapeForTranscript(table.title) + "\" -> ";
+  if (!answer) {
+    transcriptWrite(line + "cancel\n");
+    return ::ui::PrintResult::Cancelled;
+  }
+  const int pages = tablePageCount(table);
+  transcriptWrite(line + escapeForTranscript(*answer) + " (" + std::to_string(pages) +
+                  (pages == 1 ? " page)\n" : " pages)\n"));
+  std::string failure;
+  if (!writeTablePdf(table, toUtf8(*answer), failure)) {
+    error = fromUtf8(failure);
+    return ::ui::PrintResult::Failed;
+  }
+  return ::ui::PrintResult::Printed;
 }
 
 void HeadlessUi::beep(unsigned frequencyHz, unsigned durationMs) {

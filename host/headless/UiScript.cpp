@@ -193,6 +193,16 @@ void runAnswerLine(std::string_view line, const std::vector<Token>& t) {
     }
     return;
   }
+  if (what == "print") {
+    const std::string_view path = restOfLine(line, t, 2);
+    if (path.empty()) throw LineError("missing path: @answer print PATH|cancel");
+    if (path == "cancel") {
+      HeadlessUi::instance().queuePrintAnswer(std::nullopt);
+    } else {
+      HeadlessUi::instance().queuePrintAnswer(host::fromUtf8(path));
+    }
+    return;
+  }
   if (what == "message") {
     static const struct {
       const char* word;
@@ -209,7 +219,9 @@ void runAnswerLine(std::string_view line, const std::vector<Token>& t) {
     throw LineError("unknown answer \"" + std::string(word) +
                     "\": @answer message yes|no|ok|cancel|abort|retry|ignore");
   }
-  throw LineError("@answer needs file or message: @answer file PATH|cancel, @answer message ANSWER");
+  throw LineError(
+      "@answer needs file, message or print: @answer file PATH|cancel, @answer message ANSWER, "
+      "@answer print PATH|cancel");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "sdk/ui/CDialog.h"
 #include "sdk/ui/CFileDialog.h"
+#include "sdk/ui/PrintService.h"
 #include "sdk/ui/Resources.h"
 
 namespace host::ui {
@@ -31,6 +32,13 @@ class UiBackend {
   // Average character width and height of a dialog's font: a dialog unit is a quarter of the width and an
   // eighth of the height.
   virtual CSize dialogBaseUnits(const CWnd* dialog) = 0;
+  // Printing (AfxPrintTable): ask the user for a printer or file (print dialog; headless: "@answer print"),
+  // then print `table` page by page with title, column headers, rows and the page number "N / M". Answers
+  // Cancelled when the user declines, Failed with `error` set when the pages could not be produced.
+  virtual ::ui::PrintResult printTable(const ::ui::PrintTable& table, std::wstring& error) = 0;
+  // The version of the list view the backend provides, as major * 65536 + minor. Both real backends provide
+  // everything the module's lists use and report 6.0; a test backend reports an older one.
+  virtual unsigned commonControlsVersion() { return 6u * 65536u; }
 
   // Window state changes, for a backend that mirrors them on screen.
   virtual void windowCreated(CWnd&) {}

@@ -53,3 +53,7 @@ class CListCtrl : public CWnd {
   // paints instead (a check mark for a check-box cell). A headless dump prints this text.
   virtual std::wstring GetCellDisplayText(int row, int column);
 };
+
+// The version of the list view control the framework provides, as major * 65536 + minor (what the common
+// controls library's DllGetVersion reports on the module's home platform); 0 when it cannot be told.
+unsigned AfxGetCommonControlsVersion();

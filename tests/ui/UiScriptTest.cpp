@@ -40,7 +40,10 @@ TEST_F(UiTest, ScriptLinesThatCannotBeCarriedOutSayWhy) {
   EXPECT_EQ(fail("@answer message maybe"),
             "unknown answer \"maybe\": @answer message yes|no|ok|cancel|abort|retry|ignore");
   EXPECT_EQ(fail("@answer file"), "missing path: @answer file PATH|cancel");
-  EXPECT_EQ(fail("@answer"), "@answer needs file or message: @answer file PATH|cancel, @answer message ANSWER");
+  EXPECT_EQ(fail("@answer"),
+            "@answer needs file, message or print: @answer file PATH|cancel, @answer message ANSWER, "
+            "@answer print PATH|cancel");
+  EXPECT_EQ(fail("@answer print"), "missing path: @answer print PATH|cancel");
   EXPECT_EQ(fail("@toolbar 40001"), "no toolbar has a button 40001");
   EXPECT_EQ(fail("@toolbar"), "missing argument: @toolbar CMD");
 
