@@ -1,6 +1,9 @@
 // Ids of the module's own (German) resources. Language libraries use the same ids.
 #pragma once
 
+// The context menus and strings of the lists (4002, 4003, strings 1 to 7).
+#include "ui/ListCtrlExResourceIds.h"
+
 // The drawing transformation dialog and its controls.
 inline constexpr int IDD_MOVE_DRAWING = 4000;
 inline constexpr int IDC_ACTUAL_1 = 4005;
@@ -14,3 +17,10 @@ inline constexpr int IDC_PAIR_2 = 4012;
 inline constexpr int IDC_PAIR_3 = 4013;
 inline constexpr int IDC_PREVIEW = 4014;
 inline constexpr int IDC_SCALE = 4015;
+
+// The point capture dialog and its controls.
+inline constexpr int IDD_PICK_POINTS = 4001;
+inline constexpr int IDC_POINT_LIST = 4000;
+inline constexpr int IDC_NEXT_NUMBER = 4001;
+inline constexpr int IDC_SAVE_POINTS = 4002;
+inline constexpr int IDC_NEXT_NUMBER_SPIN = 4004;

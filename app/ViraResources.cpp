@@ -3,6 +3,9 @@
 #include "app/ViraResourceIds.h"
 #include "app/ViraResourceScope.h"
 
+#include <string>
+#include <vector>
+
 namespace {
 
 ui::DialogTemplate moveDrawingDialog() {
@@ -44,10 +47,65 @@ ui::DialogTemplate moveDrawingDialog() {
   return form;
 }
 
+ui::DialogTemplate pickPointsDialog() {
+  using ui::ControlKind;
+  ui::DialogTemplate form;
+  form.id = IDD_PICK_POINTS;
+  form.title = L"Punkte erfassen";
+  form.fontName = L"MS Sans Serif";
+  form.fontSize = 8;
+  form.rect = CRect(0, 0, 232, 206);
+  form.controls = {
+      {IDC_POINT_LIST, ControlKind::ListView, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP,
+       CRect(7, 7, 225, 158)},
+      {IDC_STATIC, ControlKind::Static, L"Nächste Punktnummer:", 0, CRect(7, 167, 82, 175)},
+      {IDC_NEXT_NUMBER, ControlKind::Edit, L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, CRect(84, 165, 150, 177)},
+      {IDC_NEXT_NUMBER_SPIN, ControlKind::UpDown, L"", UDS_ARROWKEYS, CRect(150, 165, 160, 177)},
+      {IDC_SAVE_POINTS, ControlKind::Button, L"Speichern als...", WS_TABSTOP, CRect(7, 185, 77, 199)},
+      {IDOK, ControlKind::Button, L"OK", BS_DEFPUSHBUTTON | WS_TABSTOP, CRect(173, 185, 225, 199)},
+  };
+  return form;
+}
+
+// The context menu of every list: one pop-up with the five entries, the same texts as strings 3 to 7.
+ui::MenuTemplate listMenu(int id, const std::vector<std::wstring>& texts) {
+  ui::MenuTemplate menu;
+  menu.id = id;
+  std::vector<ui::MenuItem> entries;
+  for (int k = 0; k < 5; ++k) entries.emplace_back(ID_LIST_SORT_ASCENDING + k, texts[static_cast<std::size_t>(k)]);
+  menu.items = {ui::MenuItem(0, L"Liste", MF_STRING, entries)};
+  return menu;
+}
+
+void addListResources(ui::ResourceModule& module) {
+  const std::vector<std::wstring> german = {L"Spalte aufsteigend sortieren", L"Spalte absteigend sortieren",
+                                            L"Microsoft Excel...", L"Drucken", L"Löschen"};
+  const std::vector<std::wstring> english = {L"Sort Column ascending", L"Sort Column descending",
+                                             L"Microsoft Excel...", L"Print", L"Delete"};
+  module.menus[IDR_LIST_MENU_GERMAN] = listMenu(IDR_LIST_MENU_GERMAN, german);
+  module.menus[IDR_LIST_MENU_OTHER] = listMenu(IDR_LIST_MENU_OTHER, english);
+  for (int k = 0; k < 5; ++k) module.strings[ID_LIST_SORT_ASCENDING + k] = german[static_cast<std::size_t>(k)];
+  // The closing double quote of the German text is part of the product's text.
+  module.strings[IDS_LIST_OUTDATED_GERMAN] =
+      L"Auf Ihrem System sind einige Systemdateien veraltet, TRELLANOVA benötigt aktuellere Versionen.\n"
+      L"Um aktuellere Systemdateien zu erhalten, installieren Sie am besten den Microsoft Internet Explorer 5.x "
+      L"oder höher.\n\nSie finden eine aktuelle Version des Internet Explorers auf der Halvern Installations CD.\n\n"
+      L"Wenn Sie diese Meldung Ignorieren, versucht TRELLANOVA 10 weiterzulaufen. Vermutlich wird es aber "
+      L"abstürzen.\"";
+  module.strings[IDS_LIST_OUTDATED_OTHER] =
+      L"On your system some system files became outdated, TRELLANOVA need more current versions.\n"
+      L"In order to get more current system files, install the Microsoft Internet Explorer 5.x or higher.\n\n"
+      L"You will find a current version of the Internet Explorer on the Halvern installation CD.\n\n"
+      L"Wenn you IGNORE this message TRELLANOVA 10 will try to continue. But the chances are good that it will "
+      L"crash.";
+}
+
 ui::ResourceModule makeGermanResources() {
   ui::ResourceModule module;
   module.name = L"ViraCadtoolsV10 (Deutsch)";
   module.dialogs[IDD_MOVE_DRAWING] = moveDrawingDialog();
+  module.dialogs[IDD_PICK_POINTS] = pickPointsDialog();
+  addListResources(module);
   return module;
 }
 
