@@ -15,8 +15,20 @@ bool CToolBar::LoadToolBar(int id) {
   const ui::ToolbarTemplate* bar = ui::findToolbarTemplate(id);
   if (bar == nullptr || GetSafeHwnd() == nullptr) return false;
   dataOf(*this).buttons = bar->buttons;
+  dataOf(*this).toolbar = *bar;
   Invalidate();
   return true;
+}
+
+const ui::ToolbarTemplate* CToolBar::GetToolbarResource() const {
+  return GetSafeHwnd() != nullptr && dataOf(*this).toolbar.id != 0 ? &dataOf(*this).toolbar : nullptr;
+}
+
+long CToolBar::WindowProc(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
+  if (message != TB_SETPARENT) return CWnd::WindowProc(message, wParam, lParam);
+  CWnd* before = dataOf(*this).owner;
+  dataOf(*this).owner = CWnd::FromHandle(reinterpret_cast<HWND>(wParam));
+  return static_cast<long>(reinterpret_cast<std::intptr_t>(before != nullptr ? before->GetSafeHwnd() : nullptr));
 }
 
 void CToolBar::EnableDocking(unsigned) {}

@@ -53,6 +53,7 @@ struct WindowData {
   std::vector<std::wstring> choices;           // combo box
   int chosen = -1;
   std::vector<int> buttons;                    // toolbar
+  ToolbarTemplate toolbar;                     // toolbar: the resource it was loaded from (id 0: none yet)
   CWnd* owner = nullptr;
 };
 

@@ -9,11 +9,16 @@
 // OnKeyDown and OnChar of the control.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
 #include "sdk/ui/Resources.h"
 #include "sdk/ui/UiTypes.h"
+
+// Window messages that modules send to the host's windows.
+inline constexpr unsigned WM_CHAR = 0x0102;       // wParam: the character, to OnChar
+inline constexpr unsigned WM_MOUSEMOVE = 0x0200;  // to OnMouseMove; makes a drawing view pick up queued input
 
 namespace ui::detail {
 struct WindowData;
@@ -75,6 +80,15 @@ class CWnd {
 
   int MessageBox(const std::wstring& text, const std::wstring& caption = {}, unsigned type = MB_OK);
 
+  // The window object of a handle; null when the handle names no existing window.
+  static CWnd* FromHandle(HWND hwnd);
+  // Delivers a message to the window's handler (WindowProc) and returns its answer; 0 without a window.
+  long SendMessage(unsigned message, std::uintptr_t wParam = 0, std::intptr_t lParam = 0);
+  // The same, for a caller that does not wait for the answer. The host's windows queue what they receive
+  // (the command line queues typed characters), so the message takes effect in the order it was posted.
+  // False when there is no window.
+  bool PostMessage(unsigned message, std::uintptr_t wParam = 0, std::intptr_t lParam = 0);
+
   // Handlers. The defaults do nothing and report "not handled".
   virtual bool OnCommand(int id, int code);
   virtual bool OnNotify(ui::UiNotify& notify);
@@ -83,6 +97,10 @@ class CWnd {
   virtual bool PreTranslateKeyDown(CWnd& target, unsigned key, unsigned modifiers);
   virtual void OnKeyDown(unsigned key, unsigned modifiers);
   virtual void OnChar(wchar_t ch);
+  virtual void OnMouseMove(unsigned flags, CPoint point);
+  // Every message sent or posted to the window passes here; the default hands WM_CHAR to OnChar and
+  // WM_MOUSEMOVE to OnMouseMove and answers 0.
+  virtual long WindowProc(unsigned message, std::uintptr_t wParam, std::intptr_t lParam);
   virtual void OnSetFocus(CWnd* previous);
   virtual void OnKillFocus(CWnd* next);
   // Called when this object has just taken over a window (SubclassDlgItem, SubclassWindow) or created one with
@@ -104,3 +122,7 @@ class CWnd {
 
 // True while `hwnd` names an existing window.
 bool IsWindow(HWND hwnd);
+
+// CWnd::SendMessage / PostMessage by handle; 0 / false for a handle that names no window.
+long SendMessageW(HWND hwnd, unsigned message, std::uintptr_t wParam, std::intptr_t lParam);
+bool PostMessageW(HWND hwnd, unsigned message, std::uintptr_t wParam, std::intptr_t lParam);

@@ -68,8 +68,17 @@ struct MenuTemplate {
 };
 
 struct ToolbarTemplate {
+  ToolbarTemplate() = default;
+  ToolbarTemplate(int toolbarId, std::vector<int> commandIds, std::vector<std::string> buttonImages = {},
+                  int buttonImageSize = 0)
+      : id(toolbarId), buttons(std::move(commandIds)), images(std::move(buttonImages)), imageSize(buttonImageSize) {}
+
   int id = 0;
   std::vector<int> buttons;  // command ids in button order; 0 is a separator
+  // One image per button that is not a separator, in button order: the bytes of a PNG file, each
+  // imageSize pixels (square buttons, 16 or 24 pixels; transparent where the bar shows through).
+  std::vector<std::string> images;
+  int imageSize = 0;
 };
 
 struct ResourceModule {
