@@ -21,6 +21,8 @@ void anchor() {}
 
 CDrxModule* ViraModuleObject() { return gModule; }
 
+OdString ViraModulePath() { return gModule != nullptr ? gModule->moduleName() : CDrxModule(nullptr).moduleName(); }
+
 CDrxModule* ViraCreateModuleObject(HINSTANCE& instance) {
   if (gModule == nullptr) {
     gModule = new OdRxWin32Module<CDrxModule>(instance);

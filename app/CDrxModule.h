@@ -27,3 +27,6 @@ class CDrxModule : public OdRxModule {
 // The process-wide module object: made by the first odrxCreateModuleObject, cleared by deleteModule.
 CDrxModule* ViraModuleObject();
 CDrxModule* ViraCreateModuleObject(HINSTANCE& instance);
+// The full path of the module file (the module object's name, or the file that holds this code when there
+// is no module object yet).
+OdString ViraModulePath();

@@ -1,7 +1,12 @@
 #include "app/CViraCadtoolsV10App.h"
 
+#include "app/CDrxModule.h"
+#include "app/ViraLanguage.h"
+
 AcRx::AppRetCode CViraCadtoolsV10App::On_kInitAppMsg(void* packet) {
   const AcRx::AppRetCode result = AcRxArxApp::On_kInitAppMsg(packet);
+  // The user's language first, so that the toolbar and every dialog come in it.
+  ViraLoadStoredLanguage(ViraModulePath());
   // The update check runs on its own thread and is never waited for; a failure to start it is ignored.
   ViraStartUpdateCheck();
   ViraCreateToolbar();
@@ -15,8 +20,6 @@ AcRx::AppRetCode CViraCadtoolsV10App::On_kUnloadAppMsg(void* packet) {
 }
 
 void ViraStartUpdateCheck() {}
-void ViraCreateToolbar() {}
-void ViraDestroyToolbar() {}
 
 AcRxDbxApp& ViraApplication() {
   // Made when the module file is loaded (a static object), before the host sends any message.

@@ -9,8 +9,9 @@ class CViraCadtoolsV10App : public AcRxArxApp {
   AcRx::AppRetCode On_kUnloadAppMsg(void* packet) override;
 };
 
-// Hooks of the start-up and shut-down order. The update check thread and the toolbar are not part of the
-// module yet; these do nothing until they are.
+// Hooks of the start-up and shut-down order. The update check thread is not part of the module yet; its
+// hook does nothing until it is.
 void ViraStartUpdateCheck();
+// The toolbar (app/MfcToolbar.cpp): created at initialisation, destroyed at unload.
 void ViraCreateToolbar();
 void ViraDestroyToolbar();

@@ -24,3 +24,9 @@ inline constexpr int IDC_POINT_LIST = 4000;
 inline constexpr int IDC_NEXT_NUMBER = 4001;
 inline constexpr int IDC_SAVE_POINTS = 4002;
 inline constexpr int IDC_NEXT_NUMBER_SPIN = 4004;
+
+// The toolbar (button images and command list) and its two commands, whose tooltips are strings of the
+// same ids.
+inline constexpr int IDR_VIRA_TOOLBAR = 4008;
+inline constexpr int ID_VIRA_COORD_DEF = 40001;
+inline constexpr int ID_VIRA_PT_PICK = 40002;

@@ -1,19 +1,6 @@
-// Makes the module's resources the first place the dialog framework looks, for as long as the object
-// lives: every piece of code that loads a dialog, a string or the toolbar does it inside one.
+// The older name of the language scope, kept for code written before the language libraries.
 #pragma once
 
-#include "sdk/ui/Resources.h"
+#include "app/CResourceDll.h"
 
-// The resources of the chosen language. Until language libraries are chosen, the module's own German ones.
-ui::ResourceHandle ViraLanguageResources();
-
-class ViraResourceScope {
- public:
-  ViraResourceScope() : previous_(AfxGetResourceHandle()) { AfxSetResourceHandle(ViraLanguageResources()); }
-  virtual ~ViraResourceScope() { AfxSetResourceHandle(previous_); }
-  ViraResourceScope(const ViraResourceScope&) = delete;
-  ViraResourceScope& operator=(const ViraResourceScope&) = delete;
-
- private:
-  ui::ResourceHandle previous_;
-};
+using ViraResourceScope = CResourceDll;

@@ -1,7 +1,7 @@
 #include "transform/CDlgMoveDrawing.h"
 
+#include "app/CResourceDll.h"
 #include "app/ViraResourceIds.h"
-#include "app/ViraResourceScope.h"
 #include "points/KoPointList.h"
 #include "sdk/AcApDocManager.h"
 #include "sdk/AcFrame.h"
@@ -29,7 +29,7 @@ CDlgMoveDrawing::CDlgMoveDrawing() : CDialog(IDD_MOVE_DRAWING) {}
 
 CDlgMoveDrawing* CDlgMoveDrawing::GetOrCreate() {
   if (s_instance != nullptr) return s_instance;
-  ViraResourceScope resources;
+  CResourceDll resources;
   auto* dialog = new CDlgMoveDrawing;
   s_instance = dialog;
   if (!dialog->Create(IDD_MOVE_DRAWING, acedGetAcadFrame())) {

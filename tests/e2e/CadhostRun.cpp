@@ -29,8 +29,9 @@ std::string CadhostTest::slurp(const fs::path& file) {
 HostRun CadhostTest::cadhost(const std::string& script, const std::string& extraArguments) {
   const fs::path scriptFile = dir_ / "script.txt";
   std::ofstream(scriptFile, std::ios::binary) << script;
-  const std::string command = std::string(CADHOST_PATH) + " '" + sitePlan().string() + "' --module '" +
-                              VIRA_MODULE_PATH + "' --script '" + scriptFile.string() + "' --save '" +
+  // The user's settings (the language among them) are the test's own.
+  const std::string command = "XDG_CONFIG_HOME='" + configHome().string() + "' " + std::string(CADHOST_PATH) + " '" +
+                              sitePlan().string() + "' --module '" + module_ + "' --script '" + scriptFile.string() + "' --save '" +
                               saved().string() + "' " + extraArguments + " >'" + (dir_ / "out").string() +
                               "' 2>'" + (dir_ / "err").string() + "'";
   HostRun run;
@@ -39,6 +40,12 @@ HostRun CadhostTest::cadhost(const std::string& script, const std::string& extra
   run.out = slurp(dir_ / "out");
   run.err = slurp(dir_ / "err");
   return run;
+}
+
+void CadhostTest::setLanguage(const std::string& code) {
+  fs::create_directories(configHome() / "TRELLANOVA 10");
+  std::ofstream(configHome() / "TRELLANOVA 10" / "registry.ini", std::ios::binary)
+      << "[Software\\Halvern Optik\\TRELLANOVA 10]\nIcadViraLanguage=" << code << "\n";
 }
 
 HostRun CadhostTest::example(const std::string& name, const std::string& extraArguments) {

@@ -30,6 +30,10 @@ class CadhostTest : public ::testing::Test {
   HostRun example(const std::string& name, const std::string& extraArguments = "");
 
   fs::path saved() const { return dir_ / "saved.dxf"; }
+  // The user's configuration folder of the runs (XDG_CONFIG_HOME), empty until a test writes to it.
+  fs::path configHome() const { return dir_ / "config"; }
+  // Stores the language code the module reads at start-up, as the suite's language chooser does.
+  void setLanguage(const std::string& code);
   static fs::path sitePlan();
   static std::string slurp(const fs::path& file);
 
@@ -37,6 +41,7 @@ class CadhostTest : public ::testing::Test {
   std::string checkDrawing(const std::array<double, 16>& matrix);
 
   fs::path dir_;
+  std::string module_ = VIRA_MODULE_PATH;  // the module file the runs load
 };
 
 // What the transcript holds between the first occurrence of `from` and the end.

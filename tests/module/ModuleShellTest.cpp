@@ -2,6 +2,7 @@
 #include "app/AcRxDbxApp.h"
 #include "app/ArxEntries.h"
 #include "app/CDrxModule.h"
+#include "app/MfcToolbar.h"
 #include "sdk/AcEdCommandStack.h"
 #include "sdk/AcRxRegistry.h"
 #include "sdk/OdRxModule.h"
@@ -78,9 +79,11 @@ TEST(ApplicationTest, InitialiseRegistersTheGroupAndUnloadRemovesIt) {
   EXPECT_EQ(std::wstring(coordDef->globalName()), L"_ViraCoordDef");
   EXPECT_EQ(coordDef->commandFlags(), ACRX_CMD_TRANSPARENT);
   ASSERT_NE(stack()->lookupCmd(L"_ViraCadtool"), nullptr);
+  EXPECT_NE(ViraToolbar(), nullptr);
 
   EXPECT_EQ(acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr), AcRx::kRetOK);
   EXPECT_FALSE(anyViraCommand());
+  EXPECT_EQ(ViraToolbar(), nullptr);
 }
 
 TEST(ModuleObjectTest, OneObjectPerProcessUntilTheHostDeletesIt) {

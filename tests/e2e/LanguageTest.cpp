@@ -1,0 +1,101 @@
+// The module in the user's language: the English and French libraries beside the module file, chosen by
+// the stored code, and what the user sees when the code or the library is not right.
+#include "CadhostRun.h"
+
+#include <fstream>
+
+namespace e2e {
+namespace {
+
+const std::string kOpenAndShow = "_ViraCoordDef\n@dialog 4000 dump\n@esc\n";
+
+// The dump of the transformation dialog as it opens, up to its prompt.
+std::string dialogDump(const std::string& transcript) {
+  const std::string dump = after(transcript, "dialog 4000 ");
+  return dump.substr(0, dump.find("Zeichnungspunkt"));
+}
+
+class LanguageTest : public CadhostTest {
+ protected:
+  // A module installed in a folder of its own, so that the test decides what lies beside it.
+  fs::path installModule() {
+    const fs::path folder = dir_ / "t10";
+    fs::create_directories(folder);
+    fs::copy_file(VIRA_MODULE_PATH, folder / "ViraCadtoolsV10.so");
+    module_ = (folder / "ViraCadtoolsV10.so").string();
+    return folder;
+  }
+};
+
+TEST_F(LanguageTest, TransformationDialogInEnglishAndFrench) {
+  setLanguage("ENG");
+  HostRun run = cadhost(kOpenAndShow);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(dialogDump(run.out),
+            "dialog 4000 \"Move and Rotate the Whole Drawing\"\n"
+            "-1 static \"Pick points in the drawing and enter the coordinates these points are to be moved to.\"\n"
+            "-1 static \"Current coordinates of drawing point\"\n"
+            "-1 static \"Target coordinates\"\n"
+            "4011 checkbox \"\"\n4005 edit \"\" readonly\n4006 edit \"\"\n"
+            "4012 checkbox \"\"\n4007 edit \"\" readonly\n4008 edit \"\"\n"
+            "4013 checkbox \"\"\n4009 edit \"\" readonly\n4010 edit \"\"\n"
+            "4015 checkbox \"Scale the drawing if the target coordinates give a scale factor.\"\n"
+            "-1 line \"\"\n"
+            "-1 static \"Transformation to be applied:\"\n"
+            "4014 static \"Es ist noch keine Transformation definiert\"\n"
+            "2 button \"Cancel\"\n"
+            "1 button \"OK\" disabled\n");
+  EXPECT_EQ(run.out.find("[message]"), std::string::npos) << run.out;
+
+  setLanguage("FRA");
+  run = cadhost(kOpenAndShow);
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::string dump = dialogDump(run.out);
+  EXPECT_EQ(dump.substr(0, dump.find('\n')), "dialog 4000 \"Déplacer et faire pivoter tout le dessin\"");
+  EXPECT_NE(dump.find("-1 static \"Coordonnées cibles\"\n"), std::string::npos) << dump;
+  EXPECT_NE(dump.find("2 button \"Annuler\"\n"), std::string::npos) << dump;
+  EXPECT_NE(dump.find("4015 checkbox \"Mettre le dessin à l'échelle si les coordonnées cibles donnent un facteur "
+                      "d'échelle.\"\n"),
+            std::string::npos)
+      << dump;
+}
+
+TEST_F(LanguageTest, ShortCodesMissingAndBrokenLibrariesLeaveTheModuleGerman) {
+  const std::string german = "dialog 4000 \"Ganze Zeichnung verschieben und drehen\"\n";
+  const std::string warning =
+      "\\n\\nA part of TRELLANOVA 10 will not switch into the desired language.\\nEin Teil von TRELLANOVA 10 wird "
+      "die Sprache nicht umschalten.\\nUne partie de TRELLANOVA 10 va pas changer dans la langue souhaitée\" (ok) "
+      "-> ok\n";
+
+  // Two characters are no language code: German, and no library is even looked for.
+  setLanguage("EN");
+  HostRun run = cadhost(kOpenAndShow);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out.find("[message]"), std::string::npos) << run.out;
+  EXPECT_EQ(dialogDump(run.out).substr(0, german.size()), german);
+
+  const fs::path folder = installModule();
+  setLanguage("ENG");
+  run = cadhost(kOpenAndShow);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out.substr(0, run.out.find("Command:")),
+            "[message] \"Error Loading Language DLL " + (folder / "ViraCadtoolsV10_ENG.so").string() +
+                " \\nNo such file or directory" + warning);
+  EXPECT_EQ(dialogDump(run.out).substr(0, german.size()), german);
+
+  // Half a library: its version record is gone with the rest, so it is never loaded.
+  std::ifstream real(fs::path(VIRA_MODULE_PATH).parent_path() / "ViraCadtoolsV10_FRA.so", std::ios::binary);
+  std::string bytes((std::istreambuf_iterator<char>(real)), std::istreambuf_iterator<char>());
+  ASSERT_GT(bytes.size(), 1000u);
+  std::ofstream(folder / "ViraCadtoolsV10_FRA.so", std::ios::binary) << bytes.substr(0, bytes.size() / 2);
+  setLanguage("FRA");
+  run = cadhost(kOpenAndShow);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out.substr(0, run.out.find("Command:")),
+            "[message] \"Error Loading Language DLL " + (folder / "ViraCadtoolsV10_FRA.so").string() +
+                " \\nIsValidVersion() failed" + warning);
+  EXPECT_EQ(dialogDump(run.out).substr(0, german.size()), german);
+}
+
+}  // namespace
+}  // namespace e2e
