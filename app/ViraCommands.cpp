@@ -3,11 +3,10 @@
 #include "app/ArxEntries.h"
 #include "sdk/AcEd.h"
 #include "sdk/AcEdCommandStack.h"
+#include "capture/ViraPtPickCommand.h"
 #include "transform/ViraCoordDefCommand.h"
 
 void ViraCadtoolCommand() { acutPrintf(L"VIRA cadtools \n"); }
-
-void ViraPtPickCommand() {}
 
 namespace {
 

@@ -5,5 +5,5 @@ inline constexpr const wchar_t* kViraCommandGroup = L"TomaViraCadtoolsV10";
 
 // Prints "VIRA cadtools " on the command line.
 void ViraCadtoolCommand();
-// The point capture command; its flow is not part of the module yet.
-void ViraPtPickCommand();
+// The point capture command ViraPtPickCommand.
+#include "capture/ViraPtPickCommand.h"

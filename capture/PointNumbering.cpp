@@ -1,0 +1,60 @@
+// The running point names of the capture dialog: P1, P2, ... or 009, 010, ...
+#include <algorithm>
+#include <climits>
+#include <cwchar>
+#include <cwctype>
+
+#include "capture/CDlgPickPoints.h"
+
+namespace {
+
+bool isBlank(wchar_t c) { return c == L' ' || c == L'\t'; }
+
+// The value of the digits as the runtime reads an integer: an optional sign, then digits up to the first
+// other character; nothing readable is 0. Values beyond the integer range stay at its end.
+long long readInteger(const std::wstring& digits) {
+  std::size_t i = 0;
+  bool negative = false;
+  if (i < digits.size() && (digits[i] == L'+' || digits[i] == L'-')) negative = digits[i++] == L'-';
+  long long value = 0;
+  for (; i < digits.size() && digits[i] >= L'0' && digits[i] <= L'9'; ++i) {
+    value = value * 10 + (digits[i] - L'0');
+    if (value > INT_MAX) value = static_cast<long long>(INT_MAX) + 1;
+  }
+  value = negative ? -value : value;
+  if (value > INT_MAX) value = INT_MAX;
+  if (value < INT_MIN) value = INT_MIN;
+  return value;
+}
+
+std::wstring stepNumber(const std::wstring& number, int step) {
+  std::wstring prefix;
+  std::wstring digits;
+  CDlgPickPoints::SplitNumber(number, prefix, digits);
+  long long value = readInteger(digits) + step;
+  if (step < 0 && value < 0) value = 0;
+  if (value > INT_MAX) value = INT_MAX;
+  wchar_t buffer[64];
+  // The old digits' width is kept with leading zeros; a longer number simply grows.
+  std::swprintf(buffer, 64, L"%0*d", static_cast<int>(std::min<std::size_t>(digits.size(), 32)),
+                static_cast<int>(value));
+  return prefix + buffer;
+}
+
+}  // namespace
+
+void CDlgPickPoints::SplitNumber(const std::wstring& number, std::wstring& prefix, std::wstring& digits) {
+  std::size_t first = 0;
+  std::size_t last = number.size();
+  while (first < last && isBlank(number[first])) ++first;
+  while (last > first && isBlank(number[last - 1])) --last;
+  const std::wstring trimmed = number.substr(first, last - first);
+  std::size_t split = trimmed.size();
+  while (split > 0 && std::iswalpha(static_cast<std::wint_t>(trimmed[split - 1])) == 0) --split;
+  prefix = trimmed.substr(0, split);
+  digits = trimmed.substr(split);
+}
+
+std::wstring CDlgPickPoints::AdvanceNumber(const std::wstring& number) { return stepNumber(number, +1); }
+
+std::wstring CDlgPickPoints::StepBackNumber(const std::wstring& number) { return stepNumber(number, -1); }
