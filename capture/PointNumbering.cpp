@@ -3,12 +3,22 @@
 #include <climits>
 #include <cwchar>
 #include <cwctype>
+#include <locale.h>
+#include <wctype.h>
 
 #include "capture/CDlgPickPoints.h"
 
 namespace {
 
 bool isBlank(wchar_t c) { return c == L' ' || c == L'\t'; }
+
+// Letters as the module's home runtime classifies wide characters: by Unicode, whatever the process locale
+// (so "Pü1" splits after the ü, not after the P).
+bool isLetter(wchar_t c) {
+  static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
+  if (unicode != static_cast<locale_t>(nullptr)) return ::iswalpha_l(static_cast<std::wint_t>(c), unicode) != 0;
+  return std::iswalpha(static_cast<std::wint_t>(c)) != 0;
+}
 
 // The value of the digits as the runtime reads an integer: an optional sign, then digits up to the first
 // other character; nothing readable is 0. Values beyond the integer range stay at its end.
@@ -50,7 +60,7 @@ void CDlgPickPoints::SplitNumber(const std::wstring& number, std::wstring& prefi
   while (last > first && isBlank(number[last - 1])) --last;
   const std::wstring trimmed = number.substr(first, last - first);
   std::size_t split = trimmed.size();
-  while (split > 0 && std::iswalpha(static_cast<std::wint_t>(trimmed[split - 1])) == 0) --split;
+  while (split > 0 && !isLetter(trimmed[split - 1])) --split;
   prefix = trimmed.substr(0, split);
   digits = trimmed.substr(split);
 }

@@ -115,6 +115,8 @@ class CListCtrlEx : public CListCtrl {
   // Ends a running in-place edit; with `accept` the text goes to SetCellText.
   void EndEdit(bool accept);
   CWnd* Editor() const;
+  // What a cell shows: its text, a check-box cell as "[x]" or "[ ]".
+  std::wstring GetCellDisplayText(int row, int column) override;
 
   int GetDeleteMode() const { return m_deleteMode; }
   void SetDeleteMode(int mode) { m_deleteMode = mode; }
@@ -152,7 +154,6 @@ class CListCtrlEx : public CListCtrl {
   bool OnCommand(int id, int code) override;
   bool PreTranslateKeyDown(CWnd& target, unsigned key, unsigned modifiers) override;
   void OnDestroy() override;
-  std::wstring GetCellDisplayText(int row, int column) override;
 
   // Sets the window's row count to the rows held, without scrolling.
   void UpdateRowCount();
