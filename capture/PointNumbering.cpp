@@ -20,10 +20,11 @@ bool isLetter(wchar_t c) {
   return std::iswalpha(static_cast<std::wint_t>(c)) != 0;
 }
 
-// The value of the digits as the runtime reads an integer: an optional sign, then digits up to the first
-// other character; nothing readable is 0. Values beyond the integer range stay at its end.
+// The value of the digits as the runtime reads an integer: blanks, an optional sign, then digits up to the
+// first other character; nothing readable is 0. Values beyond the integer range stay at its end.
 long long readInteger(const std::wstring& digits) {
   std::size_t i = 0;
+  while (i < digits.size() && isBlank(digits[i])) ++i;
   bool negative = false;
   if (i < digits.size() && (digits[i] == L'+' || digits[i] == L'-')) negative = digits[i++] == L'-';
   long long value = 0;
