@@ -15,7 +15,7 @@ TEST_F(CadhostTest, ToolbarButtonsEndTheRunningPromptAndStartTheirCommand) {
             "Command: _ViraCoordDef\n" + prompt + "10,20\n" +
                 // The first Escape ends the prompt and with it the command, the second meets the command line.
                 prompt + "*Cancel*\nCommand: *Cancel*\nCommand: _ViraPtPick\n" +
-                "Command: *Cancel*\nCommand: *Cancel*\nCommand: _ViraCoordDef\n");
+                "Punkt [Abbrechen]: *Cancel*\nCommand: *Cancel*\nCommand: _ViraCoordDef\n");
   // The transformation starts afresh: the point picked before is gone with the dialog that held it.
   EXPECT_NE(run.out.find("4005 edit \"\" readonly\n"), std::string::npos) << run.out;
   EXPECT_EQ(slurp(saved()), slurp(sitePlan()));
