@@ -142,7 +142,11 @@ Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& id, bo
       id = drawing->findLayerId(name);
       break;
     case Kind::LinetypeTable:
-      if (auto ltype = drawing->doc().findLinetype(host::toUtf8(name))) id = drawing->linetypeId(*ltype);
+      if (auto ltype = drawing->doc().findLinetype(host::toUtf8(name)))
+        id = drawing->linetypeId(*ltype);
+      else if (sameNameNoCase(L"CONTINUOUS", name))
+        // Every drawing has it; a file that left its record out gets one now.
+        id = drawing->linetypeId(drawing->doc().ensureContinuousLinetype());
       break;
     default:
       return Acad::eNotApplicable;

@@ -316,13 +316,77 @@ std::optional<LinetypeRecord> Document::findLinetype(std::string_view utf8Name) 
   return std::nullopt;
 }
 
+namespace {
+
+// Keeps the table's entry count in step where it states one.
+void countRecords(Table& table) {
+  if (auto count = table.head.tags.find(70)) {
+    const long long n = table.head.tags.integer(*count).value_or(0);
+    if (n < static_cast<long long>(table.records.size()))
+      table.head.tags.setInteger(*count, static_cast<long long>(table.records.size()));
+  }
+}
+
+}  // namespace
+
+Table& Document::ensureTable(std::string_view name) {
+  Table*& known = name == "LTYPE" ? impl_->linetypes : impl_->layers;
+  if (known) return *known;
+  std::list<Section>& sections = impl_->drawing.sections;
+  auto tables = std::find_if(sections.begin(), sections.end(),
+                             [](const Section& s) { return s.kind == SectionKind::Tables; });
+  if (tables == sections.end()) {
+    // The tables follow the header and the classes.
+    auto at = std::find_if(sections.begin(), sections.end(),
+                           [](const Section& s) { return s.kind != SectionKind::Header && s.name() != "CLASSES"; });
+    tables = sections.insert(at, makeSection(SectionKind::Tables, "TABLES"));
+  }
+  Table table;
+  table.head = makeRecord("TABLE");
+  table.head.tags.append(2, name);
+  if (hasHandles()) table.head.tags.append(5, newHandle());
+  if (version_ >= Version::R13) {
+    table.head.tags.append(330, "0");
+    table.head.tags.append(100, "AcDbSymbolTable");
+  }
+  table.head.tags.append(70, "0");
+  table.end = makeRecord("ENDTAB");
+  // Linetypes come first, as CAD programs write them: a reader meets a layer's linetype before the layer.
+  // (Inserting at either end of the deque keeps every other table where it is.)
+  known = name == "LTYPE" ? &tables->tables.emplace_front(std::move(table))
+                          : &tables->tables.emplace_back(std::move(table));
+  return *known;
+}
+
+LinetypeRecord Document::ensureContinuousLinetype() {
+  if (auto existing = findLinetype("CONTINUOUS")) return *existing;
+  Table& table = ensureTable("LTYPE");
+  Entity& e = table.records.emplace_back();
+  e.type = "LTYPE";
+  TagList& tags = e.tags;
+  if (hasHandles()) tags.append(5, newHandle());
+  if (version_ >= Version::R13) {
+    if (!table.handle().empty()) tags.append(330, table.handle());
+    tags.append(100, "AcDbSymbolTableRecord");
+    tags.append(100, "AcDbLinetypeTableRecord");
+  }
+  tags.append(2, "CONTINUOUS");
+  tags.append(70, "0");
+  tags.append(3, "Solid line");
+  tags.append(72, "65");
+  tags.append(73, "0");
+  tags.append(40, "0.0");
+  countRecords(table);
+  return LinetypeRecord(e);
+}
+
 std::optional<LayerRecord> Document::addLayer(std::string_view utf8Name, int color, std::string_view utf8Linetype,
                                               std::string& error) {
-  Table* table = impl_->layers;
-  if (!table) {
-    error = "the drawing has no LAYER table";
-    return std::nullopt;
+  if (!impl_->layers) {
+    ensureTable("LAYER");
+    if (!sameName(utf8Name, "0") && validSymbolName(utf8Name) && !addLayer("0", 7, "", error)) return std::nullopt;
   }
+  Table* table = impl_->layers;
   if (!validSymbolName(utf8Name)) {
     error = "\"" + std::string(utf8Name) + "\" is not a valid layer name";
     return std::nullopt;
@@ -331,10 +395,12 @@ std::optional<LayerRecord> Document::addLayer(std::string_view utf8Name, int col
     error = "the layer \"" + std::string(utf8Name) + "\" exists already";
     return std::nullopt;
   }
-  std::string linetype = "CONTINUOUS";
-  if (auto lt = findLinetype(utf8Linetype.empty() ? std::string_view("CONTINUOUS") : utf8Linetype)) {
+  std::string linetype;
+  if (utf8Linetype.empty()) {
+    linetype = std::string(ensureContinuousLinetype().rawName());
+  } else if (auto lt = findLinetype(utf8Linetype)) {
     linetype = std::string(lt->rawName());
-  } else if (!utf8Linetype.empty()) {
+  } else {
     error = "the linetype \"" + std::string(utf8Linetype) + "\" does not exist";
     return std::nullopt;
   }
@@ -392,12 +458,7 @@ std::optional<LayerRecord> Document::addLayer(std::string_view utf8Name, int col
   if (!tags.find(62)) tags.append(62, std::to_string(std::abs(color)));
   if (!tags.find(6)) tags.append(6, linetype);
 
-  // Keep the table's entry count in step where it states one.
-  if (auto count = table->head.tags.find(70)) {
-    const long long n = table->head.tags.integer(*count).value_or(0);
-    if (n < static_cast<long long>(table->records.size()))
-      table->head.tags.setInteger(*count, static_cast<long long>(table->records.size()));
-  }
+  countRecords(*table);
   return LayerRecord(e);
 }
 

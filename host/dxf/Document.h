@@ -84,13 +84,18 @@ class Document {
   // Looks a layer up by name, ignoring case (of ASCII letters, as the CAD host does).
   std::optional<LayerRecord> findLayer(std::string_view utf8Name) const;
   // Adds a layer record (not frozen, not locked, on) with a fresh handle, the LAYER table as owner and the
-  // subclass markers the version needs. The linetype must exist or be empty (then CONTINUOUS).
+  // subclass markers the version needs. The linetype must exist or be empty (then CONTINUOUS). A drawing
+  // without a LAYER table gets one, with the layer "0" that every drawing has.
   // Returns nothing (with `error` set) when the name is empty, taken or the linetype unknown.
   std::optional<LayerRecord> addLayer(std::string_view utf8Name, int color, std::string_view utf8Linetype,
                                       std::string& error);
 
   // Linetypes, looked up by name ignoring case.
   std::optional<LinetypeRecord> findLinetype(std::string_view utf8Name) const;
+  // CONTINUOUS, the linetype every drawing has: CAD programs offer it even when a file (often an R12 one)
+  // leaves its record out, and a layer without a linetype of its own draws with it. Adds the record (and
+  // the LTYPE table and the TABLES section where the file has none) the first time it is asked for.
+  LinetypeRecord ensureContinuousLinetype();
 
   // The block definitions of the BLOCKS section, in file order.
   std::vector<BlockInfo> blocks() const;
@@ -123,6 +128,9 @@ class Document {
 
  private:
   Document();
+  // The named table (LTYPE or LAYER), added empty with its TABLES section where the file has none.
+  Table& ensureTable(std::string_view name);
+
   struct Impl;
   std::unique_ptr<Impl> impl_;
   Version version_ = Version::R12;

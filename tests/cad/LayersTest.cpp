@@ -2,6 +2,7 @@
 // layers as an independent reader (ezdxf) sees them after saving, and the name lists.
 #include "cad/AcDbDebugLog.h"
 #include "cad/AcDbLayers.h"
+#include "host/db/Drawing.h"
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
 #include "tests/hostdb/DrawingFixture.h"
@@ -10,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -153,6 +155,48 @@ for name in ("TRELLANOVA_KoVira", "TRELLANOVA_10"):
 )",
                              "'" + saved + "'");
     EXPECT_EQ(out, "TRELLANOVA_KoVira 6 CONTINUOUS 0\nTRELLANOVA_10 6 CONTINUOUS 0\n") << version;
+    host::closeDrawing();
+  }
+}
+
+TEST_F(LayersTest, R12DrawingsWithoutTheContinuousLinetypeGetItWithTheModuleLayers) {
+  // R12 writers often leave the linetype table empty, or write no tables at all; CAD programs still offer
+  // CONTINUOUS, and the module's layers ask for it by name.
+  const std::string entities = "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n10\n0.0\n20\n0.0\n30\n0.0\n11\n1.0\n21\n1.0\n"
+                               "31\n0.0\n0\nENDSEC\n0\nEOF\n";
+  const std::string emptyLinetypes = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n"
+                                     "0\nTABLE\n2\nLTYPE\n70\n0\n0\nENDTAB\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n2\n0\n70\n0\n"
+                                     "62\n7\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n" + entities;
+  for (const auto& [name, text] : {std::pair<std::string, std::string>{"empty-linetypes", emptyLinetypes},
+                                   {"entities-only", entities}}) {
+    const std::string path = (dir_ / (name + ".dxf")).string();
+    std::ofstream(path, std::ios::binary) << text;
+    std::string error;
+    ASSERT_TRUE(host::openDrawing(path, error)) << error;
+    TranscriptCapture transcript;
+    AcDbObjectId tool, suite;
+    EXPECT_FALSE(AcDbGetToolLayer(tool).isNull()) << name;
+    EXPECT_FALSE(AcDbGetSuiteLayer(suite, db()).isNull()) << name;
+    EXPECT_EQ(transcript.text(),
+              "TRELLANOVA: Create Layer: TRELLANOVA_KoVira\n"
+              "TRELLANOVA: Create Layer: TRELLANOVA_10\n")
+        << name;
+
+    const std::string saved = save(name + "-saved.dxf");
+    expectAuditClean(saved);
+    EXPECT_EQ(python(R"(
+import sys, ezdxf
+doc = ezdxf.readfile(sys.argv[1])
+# (ezdxf adds a Defpoints layer of its own as it reads.)
+print(doc.dxfversion, "CONTINUOUS" in doc.linetypes, sorted(l.dxf.name for l in doc.layers if l.dxf.name != "Defpoints"))
+for name in ("TRELLANOVA_KoVira", "TRELLANOVA_10"):
+    print(name, doc.layers.get(name).dxf.linetype.upper())
+print(len(doc.modelspace()))
+)",
+                     "'" + saved + "'"),
+              "AC1009 True ['0', 'TRELLANOVA_10', 'TRELLANOVA_KoVira']\n"
+              "TRELLANOVA_KoVira CONTINUOUS\nTRELLANOVA_10 CONTINUOUS\n1\n")
+        << name;
     host::closeDrawing();
   }
 }

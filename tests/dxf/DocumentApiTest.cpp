@@ -167,8 +167,9 @@ TEST(DxfDocument, ChangesAreSavedSoundlyForTheIndependentReader) {
 namespace {
 
 TEST(DxfDocument, AMinimalDrawingGetsTheSectionsItLacks) {
-  // An R12 drawing with nothing but an empty BLOCKS section: appending an entity and setting a header
-  // variable add the ENTITIES and HEADER sections where a drawing file has them.
+  // An R12 drawing with nothing but an empty BLOCKS section: adding a layer, appending an entity and setting
+  // a header variable add the TABLES (with the linetype CONTINUOUS and the layer 0 that every drawing has),
+  // ENTITIES and HEADER sections where a drawing file has them.
   const std::string minimal = "  0\nSECTION\n  2\nBLOCKS\n  0\nENDSEC\n  0\nEOF\n";
   std::string error;
   auto doc = dxf::Document::parse(minimal, "minimal.dxf", error);
@@ -176,8 +177,9 @@ TEST(DxfDocument, AMinimalDrawingGetsTheSectionsItLacks) {
   EXPECT_EQ(doc->version(), dxf::Version::R12);
   EXPECT_FALSE(doc->hasHandles());
   EXPECT_TRUE(doc->modelSpace().empty());
-  EXPECT_FALSE(doc->addLayer("A", 1, "", error));
-  EXPECT_THAT(error, HasSubstr("no LAYER table"));
+  EXPECT_TRUE(doc->addLayer("A", 1, "", error)) << error;
+  EXPECT_FALSE(doc->addLayer("B", 1, "DASHED", error));
+  EXPECT_THAT(error, HasSubstr("the linetype \"DASHED\" does not exist"));
 
   dxf::TagList tags;
   tags.append(100, "AcDbPoint");  // R12 has no subclass markers: dropped
@@ -188,6 +190,12 @@ TEST(DxfDocument, AMinimalDrawingGetsTheSectionsItLacks) {
   doc->setHeaderText("$CLAYER", "0");
   EXPECT_EQ(doc->bytes(),
             "  0\nSECTION\n  2\nHEADER\n  9\n$CLAYER\n  8\n0\n  0\nENDSEC\n"
+            "  0\nSECTION\n  2\nTABLES\n"
+            "  0\nTABLE\n  2\nLTYPE\n 70\n1\n"
+            "  0\nLTYPE\n  2\nCONTINUOUS\n 70\n0\n  3\nSolid line\n 72\n65\n 73\n0\n 40\n0.0\n  0\nENDTAB\n"
+            "  0\nTABLE\n  2\nLAYER\n 70\n2\n"
+            "  0\nLAYER\n  2\n0\n 70\n0\n 62\n7\n  6\nCONTINUOUS\n"
+            "  0\nLAYER\n  2\nA\n 70\n0\n 62\n1\n  6\nCONTINUOUS\n  0\nENDTAB\n  0\nENDSEC\n"
             "  0\nSECTION\n  2\nBLOCKS\n  0\nENDSEC\n"
             "  0\nSECTION\n  2\nENTITIES\n  0\nPOINT\n  8\n0\n 10\n1.5\n 20\n2.5\n 30\n0.0\n  0\nENDSEC\n"
             "  0\nEOF\n");
