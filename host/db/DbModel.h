@@ -88,12 +88,18 @@ class AcDbImpDatabase {
   // Ends every open of this drawing's objects: they become detached, and the ids stop naming anything.
   void detachAll();
 
+  // A step of the drawing's change journal is being taken back: a record got its old state again, or a
+  // record appended during the step is about to go (its id stops naming anything, an open of it ends).
+  void restored(const dxf::Entity& item);
+  void dropped(const dxf::Entity& item);
+
   AcDbObjectId blockTable, layerTable, linetypeTable, modelSpaceBlock;
   std::vector<host::db::BlockSlot> blocks;
   std::vector<AcDbObjectId> modelSpace, paperSpace;  // in drawing order, erased entities included
 
  private:
   host::db::ObjectRecord& makeRecord(host::db::Kind kind, dxf::Entity* item, AcDbObjectId owner);
+  static void detach(host::db::ObjectRecord& record);
 
   std::unique_ptr<dxf::Document> doc_;
   std::string path_;

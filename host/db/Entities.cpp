@@ -2,11 +2,13 @@
 #include "host/WideText.h"
 #include "host/db/DbModel.h"
 #include "host/db/DrawingView.h"
+#include "host/db/Undo.h"
 #include "host/dxf/Transform.h"
 #include "sdk/AcDbEntities.h"
 
 #include <cstring>
 #include <cstdlib>
+#include <new>
 
 using host::db::Kind;
 
@@ -82,6 +84,7 @@ Acad::ErrorStatus mapStatus(dxf::TransformStatus status) {
     case dxf::TransformStatus::CannotScaleNonUniformly: return Acad::eCannotScaleNonUniformly;
     case dxf::TransformStatus::NotSupported: return Acad::eNotApplicable;
     case dxf::TransformStatus::InvalidData: return Acad::eInvalidInput;
+    case dxf::TransformStatus::NotFinite: return Acad::eInvalidInput;
   }
   return Acad::eInvalidInput;
 }
@@ -172,7 +175,18 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& xform) {
   dxf::Matrix44 m;
   for (int r = 0; r < 4; ++r)
     for (int c = 0; c < 4; ++c) m.m[r][c] = xform.entry[r][c];
-  return mapStatus(dxf::transformEntity(*data(*this), m));
+  dxf::Entity& entity = *data(*this);
+  dxf::TransformStatus status = dxf::TransformStatus::Ok;
+  try {
+    status = dxf::transformEntity(entity, m);
+  } catch (const std::bad_alloc&) {
+    // The caller learns of it as before; the command's changes are taken back when it ends.
+    host::noteCommandFailure("out of memory");
+    throw;
+  }
+  if (status != dxf::TransformStatus::Ok) host::noteEntityUnchanged(entity.type, dxf::describe(status));
+  if (status == dxf::TransformStatus::NotFinite) host::noteCommandFailure("a result is not finite");
+  return mapStatus(status);
 }
 
 Acad::ErrorStatus AcDbEntity::highlight(const AcDbFullSubentPath& subId, bool) const {

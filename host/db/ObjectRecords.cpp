@@ -2,6 +2,9 @@
 #include "host/db/DbModel.h"
 #include "sdk/AcDbSymbolTables.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace host::db {
 namespace {
 
@@ -112,17 +115,39 @@ AcDbObjectId AcDbImpDatabase::addModelSpaceEntity(dxf::Entity& entity) {
   return id;
 }
 
-void AcDbImpDatabase::detachAll() {
-  auto& map = host::db::recordsBySerial();
-  for (ObjectRecord& r : records_) {
-    if (r.open != nullptr) {
-      r.open->imp()->record = nullptr;
-      r.open->imp()->detached = true;
-      r.open->imp()->opens.clear();
-      r.open = nullptr;
-    }
-    map.erase(r.serial);
+void AcDbImpDatabase::detach(ObjectRecord& r) {
+  if (r.open != nullptr) {
+    r.open->imp()->record = nullptr;
+    r.open->imp()->detached = true;
+    r.open->imp()->opens.clear();
+    r.open = nullptr;
   }
+  host::db::recordsBySerial().erase(r.serial);
+}
+
+void AcDbImpDatabase::detachAll() {
+  for (ObjectRecord& r : records_) detach(r);
   records_.clear();
   byItem_.clear();
+}
+
+void AcDbImpDatabase::restored(const dxf::Entity& item) {
+  auto it = byItem_.find(&item);
+  if (it != byItem_.end()) it->second->erased = item.erased;
+}
+
+void AcDbImpDatabase::dropped(const dxf::Entity& item) {
+  auto it = byItem_.find(&item);
+  if (it == byItem_.end()) return;
+  ObjectRecord& r = *it->second;
+  const AcDbObjectId id = r.id();
+  // Appended entities stand at the end of their space.
+  for (std::vector<AcDbObjectId>* space : {&modelSpace, &paperSpace}) {
+    auto at = std::find(space->rbegin(), space->rend(), id);
+    if (at != space->rend()) space->erase(std::next(at).base());
+  }
+  detach(r);
+  r.item = nullptr;
+  r.erased = true;
+  byItem_.erase(it);
 }

@@ -1,10 +1,12 @@
 // Opening and closing objects, and what every object answers about itself.
 #include "host/db/DbModel.h"
+#include "host/db/Undo.h"
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
 #include "sdk/AcDbSymbolTables.h"
 
 #include <algorithm>
+#include <new>
 
 using host::db::Kind;
 using host::db::ObjectRecord;
@@ -83,7 +85,18 @@ Acad::ErrorStatus openObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMod
 Acad::ErrorStatus checkWritable(const AcDbObject& object) {
   const AcDbImpObject& imp = *object.imp();
   if (imp.detached) return Acad::eNoDatabase;
-  return imp.writable() ? Acad::eOk : Acad::eNotOpenForWrite;
+  if (!imp.writable()) return Acad::eNotOpenForWrite;
+  // Every change of a stored record comes through here: its state before the change goes to the journal,
+  // for undo and for taking back a command that fails.
+  if (imp.record != nullptr && imp.record->item != nullptr) {
+    try {
+      imp.record->drawing->doc().journal().recordChange(*imp.record->item);
+    } catch (const std::bad_alloc&) {
+      host::noteCommandFailure("out of memory");
+      throw;
+    }
+  }
+  return Acad::eOk;
 }
 
 Acad::ErrorStatus checkAddable(const AcDbObject& container, const AcDbObject* object, Acad::ErrorStatus nullStatus) {

@@ -88,10 +88,12 @@ struct Document::Impl {
   std::string modelSpaceOwner;            // handle of the *Model_Space block record (R13+)
   std::vector<std::string> paperOwners;   // handles of the *Paper_Space* block records (R13+)
   std::optional<unsigned long long> nextHandle;  // found on first use
+  ChangeJournal journal;
 
   void index();
   Section& ensureEntities();
   Section& ensureHeader();
+  void forgetOnTakeBack(Section* Impl::*slot);
   unsigned long long highestHandle() const;
 };
 
@@ -117,14 +119,25 @@ void Document::Impl::index() {
   }
 }
 
+// A section the program adds goes again when its step is taken back.
+void Document::Impl::forgetOnTakeBack(Section* Impl::*slot) {
+  journal.recordUndoAction([this, slot] {
+    Section* added = this->*slot;
+    drawing.sections.remove_if([added](const Section& s) { return &s == added; });
+    this->*slot = nullptr;
+  });
+}
+
 Section& Document::Impl::ensureHeader() {
   if (header) return *header;
+  forgetOnTakeBack(&Impl::header);
   header = &*drawing.sections.insert(drawing.sections.begin(), makeSection(SectionKind::Header, "HEADER"));
   return *header;
 }
 
 Section& Document::Impl::ensureEntities() {
   if (entities) return *entities;
+  forgetOnTakeBack(&Impl::entities);
   // Entities go before the sections that follow them in a drawing file.
   auto at = std::find_if(drawing.sections.begin(), drawing.sections.end(), [](const Section& s) {
     return s.name() == "OBJECTS" || s.name() == "THUMBNAILIMAGE" || s.name() == "ACDSDATA";
@@ -272,7 +285,9 @@ std::optional<std::string_view> Document::rawHeader(std::string_view name) const
 }
 
 void Document::setRawHeader(std::string_view name, int code, std::string_view text) {
-  TagList& tags = impl_->ensureHeader().head.tags;
+  Entity& head = impl_->ensureHeader().head;
+  impl_->journal.recordChange(head);
+  TagList& tags = head.tags;
   const auto i = findHeaderVariable(tags, name);
   if (!i) {
     tags.append(9, name);
@@ -410,6 +425,8 @@ std::optional<LayerRecord> Document::addLayer(std::string_view utf8Name, int col
   // (subclass markers, line weight, plot style); its own data, reactors and extended data stay behind.
   const std::optional<LayerRecord> zero = findLayer("0");
   const bool handles = hasHandles();
+  impl_->journal.recordAppend(table->records);
+  impl_->journal.recordChange(table->head);
   Entity& e = table->records.emplace_back();
   e.type = "LAYER";
   TagList& tags = e.tags;
@@ -508,7 +525,9 @@ Entity& Document::appendToModelSpace(std::string_view type, TagList tags) {
   const bool handles = hasHandles();
   const bool subclasses = version_ >= Version::R13;
   std::string handle = handles ? newHandle() : std::string();
-  Entity& e = impl_->ensureEntities().records.emplace_back();
+  std::deque<Entity>& records = impl_->ensureEntities().records;
+  impl_->journal.recordAppend(records);
+  Entity& e = records.emplace_back();
   e.type = std::string(type);
   TagList& out = e.tags;
   out.reserve(tags.size() + 4);
@@ -530,16 +549,20 @@ Entity& Document::appendToModelSpace(std::string_view type, TagList tags) {
   return e;
 }
 
-void Document::erase(Entity& entity) { entity.erased = true; }
+void Document::erase(Entity& entity) {
+  impl_->journal.recordChange(entity);
+  entity.erased = true;
+}
 
 std::string Document::newHandle() {
-  if (!impl_->nextHandle) {
-    const unsigned long long seed = parseHandle(rawHeader("$HANDSEED").value_or("")).value_or(1);
-    impl_->nextHandle = std::max(seed, impl_->highestHandle() + 1);
-  }
+  // The seed is looked at again each time: an undo may have given the header its older seed back.
+  const unsigned long long seed = parseHandle(rawHeader("$HANDSEED").value_or("")).value_or(1);
+  if (!impl_->nextHandle || *impl_->nextHandle != seed) impl_->nextHandle = std::max(seed, impl_->highestHandle() + 1);
   const unsigned long long handle = (*impl_->nextHandle)++;
   setRawHeader("$HANDSEED", 5, formatHandle(*impl_->nextHandle));
   return formatHandle(handle);
 }
+
+ChangeJournal& Document::journal() { return impl_->journal; }
 
 }  // namespace dxf

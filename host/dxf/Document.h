@@ -14,6 +14,7 @@
 // returns a name or text as std::string speaks UTF-8; calls named raw... speak the file's own bytes.
 #pragma once
 
+#include "host/dxf/ChangeJournal.h"
 #include "host/dxf/Entity.h"
 #include "host/dxf/Tables.h"
 #include "host/dxf/TagReader.h"
@@ -125,6 +126,11 @@ class Document {
 
   // Hands out the next handle from $HANDSEED (hex, upper case) and advances $HANDSEED.
   std::string newHandle();
+
+  // The steps of work on this drawing, for taking back a failed command and for undo. The calls above
+  // record their own changes; whoever changes a record's tags in place (transforming an entity, setting
+  // its layer) calls journal().recordChange(record) first.
+  ChangeJournal& journal();
 
  private:
   Document();

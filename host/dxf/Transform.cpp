@@ -79,11 +79,24 @@ TransformStatus transformEntity(Entity& entity, const Matrix44& m) {
     for (Entity& child : entity.children) xdataOk = xdataOk && planXdata(child.tags, a, kind, edits);
     if (!xdataOk) status = TransformStatus::InvalidData;
   }
+  // Every number written must read back: a result that overflowed leaves the entity as it was.
+  if (status == TransformStatus::Ok && !edits.finite()) status = TransformStatus::NotFinite;
   if (status == TransformStatus::Ok)
     edits.apply();
   else
     edits.clear();
   return status;
+}
+
+std::string_view describe(TransformStatus status) {
+  switch (status) {
+    case TransformStatus::Ok: return {};
+    case TransformStatus::CannotScaleNonUniformly: return "cannot scale non-uniformly";
+    case TransformStatus::NotSupported: return "cannot be transformed";
+    case TransformStatus::InvalidData: return "numbers missing or unreadable";
+    case TransformStatus::NotFinite: return "result not finite";
+  }
+  return "cannot be transformed";
 }
 
 }  // namespace dxf

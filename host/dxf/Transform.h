@@ -7,6 +7,8 @@
 
 #include "host/dxf/Entity.h"
 
+#include <string_view>
+
 namespace dxf {
 
 // Row-major 4x4 matrix acting on column vectors: p' = M * (x, y, z, 1), translation in column 3 (the layout
@@ -20,7 +22,12 @@ enum class TransformStatus {
   CannotScaleNonUniformly,  // the entity's shape cannot follow a matrix that is not a similarity
   NotSupported,             // an entity type that has no transformation here
   InvalidData,              // singular or non-finite matrix, or the entity's own numbers are unusable
+  NotFinite,                // a number of the result would overflow to infinity (or be no number)
 };
+
+// Why an entity stayed where it was, as the surveyor reads it on the command line ("cannot scale
+// non-uniformly"); empty for Ok.
+std::string_view describe(TransformStatus status);
 
 // Transforms the entity with its children (vertices, attributes). On any status but Ok nothing changed.
 TransformStatus transformEntity(Entity& entity, const Matrix44& m);

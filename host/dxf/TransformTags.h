@@ -7,6 +7,7 @@
 
 #include <array>
 #include <bitset>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -46,6 +47,12 @@ class Edits {
   }
 
   void apply();
+  // Whether every planned value is a finite number.
+  bool finite() const {
+    for (const Op& op : ops_)
+      if (!std::isfinite(op.value)) return false;
+    return true;
+  }
   void clear() {
     ops_.clear();
     inserts_ = false;

@@ -2,6 +2,7 @@
 
 #include "host/Transcript.h"
 #include "host/WideText.h"
+#include "host/db/Undo.h"
 #include "host/editor/InputParsing.h"
 #include "host/editor/Prompt.h"
 #include "host/headless/ScriptInput.h"
@@ -11,6 +12,7 @@
 #include "sdk/AcEd.h"
 
 #include <exception>
+#include <new>
 
 namespace host::editor {
 namespace {
@@ -28,23 +30,58 @@ class ActiveCommand {
   std::wstring previous_;
 };
 
+// Tells what became of the command's changes: the entities it could not change, and a take-back.
+void reportChanges(const std::string& name) {
+  const CommandOutcome outcome = endCommandChanges();
+  if (!outcome.unchangedReport.empty()) showMessage(outcome.unchangedReport);
+  if (!outcome.failure.empty())
+    showMessage("Command " + name + " failed (" + outcome.failure +
+                "): the drawing is restored as it was before the command.");
+}
+
 void runCommand(const runtime::Command& command) {
   // Copied: the command may remove itself (a module unloading) while it runs.
   AcRxFunctionPtr handler = command.functionAddr();
   std::string name = toUtf8(command.globalName());
   ActiveCommand active(command.globalName());
   runtime::ApplicationScope scope(command.owner());
+  beginCommandChanges(name);
   try {
     handler();
   } catch (const headless::ScriptError&) {
+    reportChanges(name);
     throw;
+  } catch (const std::bad_alloc& e) {
+    noteCommandFailure("out of memory");
+    showMessage("Command " + name + " failed: " + e.what());
   } catch (const std::exception& e) {
     showMessage("Command " + name + " failed: " + e.what());
   } catch (...) {
     showMessage("Command " + name + " failed.");
   }
+  reportChanges(name);
   // Keywords armed but never asked for must not leak into the next command.
   acedInitGet(0, nullptr);
+}
+
+// U: takes back the last command that changed the drawing.
+void undoCommand() {
+  std::string undone;
+  if (undoLastCommand(undone))
+    showMessage("Undone: " + (undone.empty() ? std::string("changes made outside a command") : undone));
+  else
+    showMessage("Nothing to undo.");
+}
+
+// The host's own commands, registered once before the first command is looked up, in a group of their
+// own so that a module's command of the same name comes first.
+void registerHostCommands() {
+  static const bool registered = [] {
+    runtime::ApplicationScope host(nullptr);  // the host's: no module unload takes them away
+    runtime::commandStack().addCommand(L"CADHOST", L"U", L"U", ACRX_CMD_MODAL, undoCommand);
+    return true;
+  }();
+  (void)registered;
 }
 
 // "(name)": a LISP function call without arguments.
@@ -71,6 +108,7 @@ bool callLisp(std::wstring_view text) {
 const std::wstring& activeCommand() { return gActive; }
 
 bool executeCommandLine(const std::wstring& line) {
+  registerHostCommands();
   std::wstring_view text = trimBlanks(line);
   if (text.empty()) return true;
   if (text.front() == L'(') return callLisp(text);
@@ -88,6 +126,7 @@ bool executeCommandLine(const std::wstring& line) {
 
 bool executeTransparent(std::wstring_view typed) {
   if (typed.empty() || typed.front() != L'\'') return false;
+  registerHostCommands();
   std::wstring name(trimBlanks(typed.substr(1)));
   auto* command = static_cast<const runtime::Command*>(runtime::commandStack().lookupCmd(name.c_str()));
   if (!command)

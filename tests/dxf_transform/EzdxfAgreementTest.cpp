@@ -31,6 +31,7 @@ const char* statusName(TransformStatus s) {
     case TransformStatus::CannotScaleNonUniformly: return "CannotScaleNonUniformly";
     case TransformStatus::NotSupported: return "NotSupported";
     case TransformStatus::InvalidData: return "InvalidData";
+    case TransformStatus::NotFinite: return "NotFinite";
   }
   return "?";
 }

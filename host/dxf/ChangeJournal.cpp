@@ -1,0 +1,129 @@
+#include "host/dxf/ChangeJournal.h"
+
+#include <utility>
+
+namespace dxf {
+
+namespace {
+
+bool sameTags(const TagList& a, const TagList& b) {
+  if (a.modified() != b.modified() || a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (a.code(i) != b.code(i) || a.text(i) != b.text(i) || a.codeText(i) != b.codeText(i)) return false;
+  return true;
+}
+
+bool sameRecords(const std::vector<Entity>& a, const std::vector<Entity>& b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (a[i].type != b[i].type || a[i].erased != b[i].erased || !sameTags(a[i].tags, b[i].tags) ||
+        !sameRecords(a[i].children, b[i].children))
+      return false;
+  return true;
+}
+
+}  // namespace
+
+ChangeJournal::Step& ChangeJournal::current() {
+  if (!open_) {
+    beginStep();
+    implicit_ = true;
+  }
+  return step_;
+}
+
+void ChangeJournal::beginStep(std::string label) {
+  if (open_) endStep();
+  step_ = Step{};
+  step_.serial = nextSerial_++;
+  step_.label = std::move(label);
+  open_ = true;
+  implicit_ = false;
+}
+
+bool ChangeJournal::unchanged(const Saved& s) {
+  return s.record->erased == s.erased && sameTags(s.record->tags, s.tags) && sameRecords(s.record->children, s.children);
+}
+
+bool ChangeJournal::endStep() {
+  if (!open_) return false;
+  open_ = false;
+  implicit_ = false;
+  // A record opened for a change that did not come (a refused transformation, a value set to what it
+  // was) is no change of the drawing.
+  std::erase_if(step_.saved, unchanged);
+  std::erase_if(step_.appends, [](const Append& a) { return a.sequence->size() == a.size; });
+  if (step_.empty()) {
+    step_ = Step{};
+    return false;
+  }
+  closed_.push_back(std::move(step_));
+  step_ = Step{};
+  return true;
+}
+
+void ChangeJournal::takeBack(Step& step, const Observer& observer) {
+  for (auto it = step.saved.rbegin(); it != step.saved.rend(); ++it) {
+    Entity& record = *it->record;
+    record.tags = std::move(it->tags);
+    record.children = std::move(it->children);
+    record.erased = it->erased;
+    if (observer.restored) observer.restored(record);
+  }
+  for (auto it = step.appends.rbegin(); it != step.appends.rend(); ++it) {
+    std::deque<Entity>& sequence = *it->sequence;
+    while (sequence.size() > it->size) {
+      if (observer.dropped) observer.dropped(sequence.back());
+      sequence.pop_back();
+    }
+  }
+  for (auto it = step.actions.rbegin(); it != step.actions.rend(); ++it) (*it)();
+  // Emptied, not replaced: a fresh deque allocates, and this runs when memory may have run out.
+  step.saved.clear();
+  step.appends.clear();
+  step.actions.clear();
+}
+
+void ChangeJournal::rollbackStep(const Observer& observer) {
+  if (!open_) return;
+  open_ = false;
+  implicit_ = false;
+  takeBack(step_, observer);
+}
+
+bool ChangeJournal::undoStep(const Observer& observer, std::string* label) {
+  if (open_ && implicit_) endStep();
+  if (closed_.empty()) return false;
+  Step last = std::move(closed_.back());
+  closed_.pop_back();
+  if (label) *label = std::move(last.label);
+  takeBack(last, observer);
+  return true;
+}
+
+void ChangeJournal::clear() {
+  closed_.clear();
+  step_ = Step{};
+  open_ = false;
+  implicit_ = false;
+}
+
+void ChangeJournal::recordChange(Entity& record) {
+  Step& step = current();
+  if (record.journalStep == step.serial) return;
+  step.saved.push_back(Saved{&record, record.tags, record.children, record.erased});
+  record.journalStep = step.serial;
+}
+
+void ChangeJournal::recordAppend(std::deque<Entity>& sequence) {
+  Step& step = current();
+  for (const Append& a : step.appends)
+    if (a.sequence == &sequence) return;
+  step.appends.push_back(Append{&sequence, sequence.size()});
+}
+
+void ChangeJournal::recordUndoAction(std::function<void()> action) {
+  current().actions.push_back(std::move(action));
+}
+
+}  // namespace dxf

@@ -1,0 +1,84 @@
+// What a drawing looked like before each step of work on it, so that a step can be taken back whole: a
+// command that failed half-way (out of memory, a result that is not finite) leaves no trace, and the user's
+// undo brings the drawing back bit for bit.
+//
+// The journal keeps no copy of the drawing. A record's tags are copied the first time a step changes
+// them (its tags are eight bytes each and point into the file buffer, so the copy is small next to the
+// record's text); records appended during a step are simply taken off again. Taking a step back moves the
+// copies into place and allocates nothing, so it works when memory has run out.
+#pragma once
+
+#include "host/dxf/Entity.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace dxf {
+
+class ChangeJournal {
+ public:
+  // Told about each record while a step is taken back: `restored` after a record got its old tags back,
+  // `dropped` just before a record appended during the step goes away.
+  struct Observer {
+    std::function<void(Entity&)> restored;
+    std::function<void(Entity&)> dropped;
+  };
+
+  // Opens a step named `label` (the command's name). Changes made while no step was open form a step of
+  // their own, closed here.
+  void beginStep(std::string label = {});
+  // Closes the open step. A step that changed nothing is forgotten; answers whether it was kept.
+  bool endStep();
+  bool stepOpen() const { return open_; }
+  // Takes back the open step (the work that failed) and forgets it.
+  void rollbackStep(const Observer& observer);
+  // Takes back the last closed step and tells its label; false when there is none.
+  bool undoStep(const Observer& observer, std::string* label = nullptr);
+  std::size_t closedSteps() const { return closed_.size(); }
+  // Forgets every step (the drawing was replaced).
+  void clear();
+
+  // Call before a record changes in place: its state is kept the first time within a step.
+  void recordChange(Entity& record);
+  // Call before appending to a sequence of records: what lies beyond its present end goes on take-back.
+  void recordAppend(std::deque<Entity>& sequence);
+  // Something else to do on take-back (a section the step added), run after the records are restored,
+  // last recorded first.
+  void recordUndoAction(std::function<void()> action);
+
+ private:
+  struct Saved {
+    Entity* record;
+    TagList tags;
+    std::vector<Entity> children;
+    bool erased;
+  };
+  struct Append {
+    std::deque<Entity>* sequence;
+    std::size_t size;
+  };
+  struct Step {
+    std::uint32_t serial = 0;
+    std::string label;
+    std::deque<Saved> saved;  // a deque: a large step grows without copying what it holds
+    std::vector<Append> appends;
+    std::vector<std::function<void()>> actions;
+    bool empty() const { return saved.empty() && appends.empty() && actions.empty(); }
+  };
+
+  Step& current();
+  static void takeBack(Step& step, const Observer& observer);
+  static bool unchanged(const Saved& saved);
+
+  std::vector<Step> closed_;
+  Step step_;
+  bool open_ = false;
+  bool implicit_ = false;  // opened by a change outside any step
+  std::uint32_t nextSerial_ = 1;
+};
+
+}  // namespace dxf
