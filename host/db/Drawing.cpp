@@ -3,6 +3,8 @@
 #include "host/WideText.h"
 #include "host/db/DbModel.h"
 
+#include <new>
+
 namespace {
 
 std::unique_ptr<AcDbImpDatabase>& working() {
@@ -16,15 +18,21 @@ namespace host {
 
 bool openDrawing(const std::string& path, std::string& error) {
   error.clear();
-  std::unique_ptr<dxf::Document> doc = dxf::Document::load(path, error);
-  if (!doc) {
-    if (error.empty()) error = path + ": cannot be read as a drawing";
+  try {
+    std::unique_ptr<dxf::Document> doc = dxf::Document::load(path, error);
+    if (!doc) {
+      if (error.empty()) error = path + ": cannot be read as a drawing";
+      return false;
+    }
+    // The new drawing is complete before the old one goes, so a failure above changes nothing.
+    auto drawing = std::make_unique<AcDbImpDatabase>(std::move(doc), path);
+    closeDrawing();
+    working() = std::move(drawing);
+  } catch (const std::bad_alloc&) {
+    // What was built so far is gone again; the drawing open before stays.
+    error = path + ": not enough memory to open this drawing";
     return false;
   }
-  // The new drawing is complete before the old one goes, so a failure above changes nothing.
-  auto drawing = std::make_unique<AcDbImpDatabase>(std::move(doc), path);
-  closeDrawing();
-  working() = std::move(drawing);
   return true;
 }
 
@@ -36,8 +44,13 @@ bool saveDrawing(const std::string& path, std::string& error) {
     return false;
   }
   const std::string& target = path.empty() ? drawing->path() : path;
-  if (!drawing->doc().save(target, error)) {
-    if (error.empty()) error = target + ": cannot be written";
+  try {
+    if (!drawing->doc().save(target, error)) {
+      if (error.empty()) error = target + ": cannot be written";
+      return false;
+    }
+  } catch (const std::bad_alloc&) {
+    error = target + ": not enough memory to write the drawing; the file is unchanged";
     return false;
   }
   return true;

@@ -7,16 +7,20 @@
 #include "host/Transcript.h"
 #include "host/WideText.h"
 #include "host/db/Drawing.h"
+#include "host/db/Undo.h"
 #include "host/editor/Prompt.h"
 #include "host/headless/ScriptRunner.h"
 #include "host/runtime/ModuleLoader.h"
 
 #include <unistd.h>
 
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,6 +56,11 @@ bool parseArguments(int argc, char** argv, Options& options, std::string& error)
       if (!value(options.script)) return false;
     } else if (a == "--save") {
       if (!value(options.save)) return false;
+      // An empty name would mean the opened drawing itself: overwriting it must be asked for by name.
+      if (options.save->empty()) {
+        error = "--save needs a file name";
+        return false;
+      }
     } else if (a == "--module") {
       if (!value(options.module)) return false;
     } else if (a == "--trace") {
@@ -88,7 +97,7 @@ int fail(const std::string& message) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int runCadhost(int argc, char** argv) {
   Options options;
   std::string error;
   if (!parseArguments(argc, argv, options, error)) {
@@ -122,8 +131,24 @@ int main(int argc, char** argv) {
   if (!runner.run(error)) return fail(error);
   host::transcriptEndLine();
 
+  // The drawing is as it was before the failed command; the run failed all the same.
+  if (host::anyCommandTakenBack())
+    return fail("a command failed and its changes were taken back; the drawing was not saved");
+
   if (options.save && !host::saveDrawing(*options.save, error))
     return fail(error.empty() ? "cannot save " + *options.save : error);
   host::runtime::unloadAllModules();
   return 0;
+}
+
+int main(int argc, char** argv) {
+  // A reader that went away (cadhost ... | head) must not end the run before the drawing is saved:
+  // writes to it fail with EPIPE instead, and the transcript is lost, not the work.
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return runCadhost(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::fputs("cadhost: out of memory; no drawing was written\n", stderr);
+    return 1;
+  }
 }

@@ -5,6 +5,7 @@
 #include "host/WideText.h"
 #include "host/runtime/CommandStack.h"
 #include "host/runtime/LispFunctions.h"
+#include "host/runtime/SharedObjectCheck.h"
 #include "sdk/AcApDocManager.h"
 #include "sdk/OdRxModule.h"
 
@@ -172,6 +173,10 @@ bool loadModule(const std::wstring& path, std::string& error) {
     return false;
   }
   trace("load module " + name);
+  if (std::string bad = checkSharedObject(file); !bad.empty()) {
+    error = "cannot load module " + name + ": the file " + bad;
+    return false;
+  }
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!library) {
     const char* why = dlerror();
