@@ -15,9 +15,8 @@ bool planPointIfPresent(TagList& tags, std::size_t x, Edits& edits, F&& map, dou
   Vec3 p;
   bool hasZ = false;
   if (!readPoint(tags, x, p, hasZ, zDefault)) return false;
-  const Vec3 r = map(p);
-  if (!r.finite()) return false;
-  edits.setPoint(tags, x, r, hasZ);
+  // A result that overflowed is caught with every other number before anything is written.
+  edits.setPoint(tags, x, map(p), hasZ);
   return true;
 }
 

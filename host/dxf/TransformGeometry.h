@@ -19,7 +19,8 @@ struct Vec3 {
   Vec3 operator-() const { return {-x, -y, -z}; }
   double dot(const Vec3& o) const { return x * o.x + y * o.y + z * o.z; }
   Vec3 cross(const Vec3& o) const { return {y * o.z - z * o.y, z * o.x - x * o.z, x * o.y - y * o.x}; }
-  double length() const { return std::sqrt(x * x + y * y + z * z); }
+  // Scaled, so that lengths above 1e154 (whose squares overflow) still come out finite.
+  double length() const { return std::hypot(x, y, z); }
   double lengthSquared() const { return x * x + y * y + z * z; }
   // A zero vector stays zero rather than turning into NaNs.
   Vec3 normalized() const {

@@ -188,3 +188,45 @@ TEST(TransformRules, MultiLineAttributeMovesItsEmbeddedTextAlong) {
 
 }  // namespace
 }  // namespace dxf
+
+namespace dxf {
+namespace {
+
+TEST(TransformRules, HugeSizesStayFiniteAndAnOverflowingResultLeavesTheEntity) {
+  Builder b;
+  // Sizes whose squares overflow a double: every one must come out as its finite image.
+  const Matrix44 turnAndGrow = rotation(0, 0, 1, 30.0) * scaling(1.5, 1.5, 1.5);
+  Entity circle = b.make("CIRCLE", {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {40, "1e200"}});
+  ASSERT_EQ(transformEntity(circle, turnAndGrow), TransformStatus::Ok);
+  EXPECT_DOUBLE_EQ(number(circle, 40), 1.5e200);
+
+  Entity mtext = b.make("MTEXT", {{10, "1.0"}, {20, "2.0"}, {30, "0.0"}, {40, "3e180"}, {41, "1e170"}, {1, "A"}});
+  ASSERT_EQ(transformEntity(mtext, turnAndGrow), TransformStatus::Ok);
+  EXPECT_DOUBLE_EQ(number(mtext, 40), 4.5e180);
+
+  Entity polyline = b.make("LWPOLYLINE", {{90, "2"}, {70, "0"}, {43, "2e160"}, {10, "0.0"}, {20, "0.0"},
+                                          {10, "5.0"}, {20, "0.0"}});
+  ASSERT_EQ(transformEntity(polyline, turnAndGrow), TransformStatus::Ok);
+  EXPECT_DOUBLE_EQ(number(polyline, 43), 3e160);
+
+  Entity hatch = b.make("HATCH", {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {2, "SOLID"}, {70, "1"}, {71, "0"},
+                                  {91, "1"}, {92, "1"}, {93, "1"}, {72, "2"}, {10, "0.0"}, {20, "0.0"},
+                                  {40, "1e250"}, {50, "0.0"}, {51, "90.0"}, {73, "1"}, {97, "0"}, {75, "1"},
+                                  {76, "1"}, {98, "0"}});
+  ASSERT_EQ(transformEntity(hatch, turnAndGrow), TransformStatus::Ok);
+  EXPECT_DOUBLE_EQ(number(hatch, 40), 1.5e250);
+
+  // Coordinates near the largest double cannot be scaled: nothing is written, and no "inf" ever.
+  for (const Matrix44& m : {scaling(10, 10, 10), shift(1.7e308, 0, 0)}) {
+    Entity line = b.make("LINE", {{10, "1.7e308"}, {20, "0.0"}, {30, "0.0"}, {11, "1.0"}, {21, "1.0"}, {31, "0.0"}});
+    const std::string before = dump(line);
+    EXPECT_EQ(transformEntity(line, m), TransformStatus::NotFinite);
+    EXPECT_EQ(dump(line), before);
+    EXPECT_FALSE(line.modified());
+  }
+  EXPECT_EQ(describe(TransformStatus::NotFinite), "result not finite");
+  EXPECT_EQ(describe(TransformStatus::CannotScaleNonUniformly), "cannot scale non-uniformly");
+}
+
+}  // namespace
+}  // namespace dxf
