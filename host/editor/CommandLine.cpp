@@ -30,14 +30,33 @@ class ActiveCommand {
   std::wstring previous_;
 };
 
-// Tells what became of the command's changes: the entities it could not change, and a take-back.
-void reportChanges(const std::string& name) {
-  const CommandOutcome outcome = endCommandChanges();
-  if (!outcome.unchangedReport.empty()) showMessage(outcome.unchangedReport);
-  if (!outcome.failure.empty())
-    showMessage("Command " + name + " failed (" + outcome.failure +
-                "): the drawing is restored as it was before the command.");
-}
+// The command's changes as one step: ended when the command ends, and taken back when the host failed
+// under them. Should even the report fail (memory still short), the step is taken back all the same.
+class CommandChanges {
+ public:
+  explicit CommandChanges(const std::string& name) : name_(name) { beginCommandChanges(name); }
+  ~CommandChanges() {
+    if (ended_) return;
+    noteCommandFailure("out of memory");
+    endCommandChanges();
+  }
+  CommandChanges(const CommandChanges&) = delete;
+  CommandChanges& operator=(const CommandChanges&) = delete;
+
+  // Ends the step and tells what became of it: entities that stayed behind, a take-back.
+  void report() {
+    CommandOutcome outcome = endCommandChanges();
+    ended_ = true;
+    if (!outcome.unchangedReport.empty()) showMessage(outcome.unchangedReport);
+    if (!outcome.failure.empty())
+      showMessage("Command " + name_ + " failed (" + outcome.failure +
+                  "): the drawing is restored as it was before the command.");
+  }
+
+ private:
+  const std::string& name_;
+  bool ended_ = false;
+};
 
 void runCommand(const runtime::Command& command) {
   // Copied: the command may remove itself (a module unloading) while it runs.
@@ -45,21 +64,21 @@ void runCommand(const runtime::Command& command) {
   std::string name = toUtf8(command.globalName());
   ActiveCommand active(command.globalName());
   runtime::ApplicationScope scope(command.owner());
-  beginCommandChanges(name);
+  CommandChanges changes(name);
   try {
     handler();
   } catch (const headless::ScriptError&) {
-    reportChanges(name);
+    changes.report();
     throw;
-  } catch (const std::bad_alloc& e) {
+  } catch (const std::bad_alloc&) {
+    // Told after the take-back, which gives the memory back.
     noteCommandFailure("out of memory");
-    showMessage("Command " + name + " failed: " + e.what());
   } catch (const std::exception& e) {
     showMessage("Command " + name + " failed: " + e.what());
   } catch (...) {
     showMessage("Command " + name + " failed.");
   }
-  reportChanges(name);
+  changes.report();
   // Keywords armed but never asked for must not leak into the next command.
   acedInitGet(0, nullptr);
 }

@@ -27,11 +27,15 @@ std::string CadhostTest::slurp(const fs::path& file) {
 }
 
 HostRun CadhostTest::cadhost(const std::string& script, const std::string& extraArguments) {
+  return cadhostOn(sitePlan(), script, extraArguments);
+}
+
+HostRun CadhostTest::cadhostOn(const fs::path& drawing, const std::string& script, const std::string& extraArguments) {
   const fs::path scriptFile = dir_ / "script.txt";
   std::ofstream(scriptFile, std::ios::binary) << script;
   // The user's settings (the language among them) are the test's own.
   const std::string command = "XDG_CONFIG_HOME='" + configHome().string() + "' " + std::string(CADHOST_PATH) + " '" +
-                              sitePlan().string() + "' --module '" + module_ + "' --script '" + scriptFile.string() + "' --save '" +
+                              drawing.string() + "' --module '" + module_ + "' --script '" + scriptFile.string() + "' --save '" +
                               saved().string() + "' " + extraArguments + " >'" + (dir_ / "out").string() +
                               "' 2>'" + (dir_ / "err").string() + "'";
   HostRun run;

@@ -26,6 +26,8 @@ class CadhostTest : public ::testing::Test {
 
   // Runs `script` (the text of a script file) on examples/site-plan.dxf and saves the drawing to saved().
   HostRun cadhost(const std::string& script, const std::string& extraArguments = "");
+  // The same on another drawing.
+  HostRun cadhostOn(const fs::path& drawing, const std::string& script, const std::string& extraArguments = "");
   // Runs a script file of examples/.
   HostRun example(const std::string& name, const std::string& extraArguments = "");
 
