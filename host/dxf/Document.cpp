@@ -355,7 +355,22 @@ Table& Document::ensureTable(std::string_view name) {
     auto at = std::find_if(sections.begin(), sections.end(),
                            [](const Section& s) { return s.kind != SectionKind::Header && s.name() != "CLASSES"; });
     tables = sections.insert(at, makeSection(SectionKind::Tables, "TABLES"));
+    const Section* added = &*tables;
+    impl_->journal.recordUndoAction([&sections, added] {
+      sections.remove_if([added](const Section& s) { return &s == added; });
+    });
   }
+  // Taken back, the table goes again from the end it was added at (if it got there).
+  const bool front = name == "LTYPE";
+  impl_->journal.recordUndoAction([&known, &list = tables->tables, front] {
+    if (known != nullptr && !list.empty() && known == &(front ? list.front() : list.back())) {
+      if (front)
+        list.pop_front();
+      else
+        list.pop_back();
+    }
+    known = nullptr;
+  });
   Table table;
   table.head = makeRecord("TABLE");
   table.head.tags.append(2, name);
@@ -376,6 +391,8 @@ Table& Document::ensureTable(std::string_view name) {
 LinetypeRecord Document::ensureContinuousLinetype() {
   if (auto existing = findLinetype("CONTINUOUS")) return *existing;
   Table& table = ensureTable("LTYPE");
+  impl_->journal.recordAppend(table.records);
+  impl_->journal.recordChange(table.head);
   Entity& e = table.records.emplace_back();
   e.type = "LTYPE";
   TagList& tags = e.tags;

@@ -120,14 +120,20 @@ TEST(ChangeJournal, SectionsAStepAddedGoAgain) {
   ASSERT_TRUE(doc) << error;
   doc->journal().beginStep();
   addAndErase(*doc);
+  // A layer where there is no table: the tables, layer 0 and the linetype come with it.
+  ASSERT_TRUE(doc->addLayer("Vermessung", 3, "", error)) << error;
   doc->journal().endStep();
-  ASSERT_NE(doc->bytes(), minimal);
+  ASSERT_NE(doc->bytes().find("CONTINUOUS"), std::string::npos);
   ASSERT_TRUE(doc->journal().undoStep({}));
   EXPECT_EQ(doc->bytes(), minimal);
   EXPECT_TRUE(doc->modelSpace().empty());
+  EXPECT_EQ(doc->layerCount(), 0u);
+  EXPECT_FALSE(doc->findLinetype("CONTINUOUS"));
   // The store still works after the sections went: they are made again on demand.
   addAndErase(*doc);
+  ASSERT_TRUE(doc->addLayer("Vermessung", 3, "", error)) << error;
   EXPECT_NE(doc->bytes().find("ENTITIES"), std::string::npos);
+  EXPECT_TRUE(doc->findLayer("Vermessung"));
 }
 
 }  // namespace
