@@ -344,8 +344,8 @@ double KoMatrix::CholeskySolve(KoVector& solution)
   for (int k = 1; k <= n; ++k) {
     double d = a(k, k);
     for (int i = 1; i < k; ++i) d -= a(i, k) * a(i, k);
-    // A zero pivot is as fatal as a negative one: the division below would spread infinities.
-    if (!(d > 0.0)) return 0.0;
+    // Only a negative square stops the solve; a zero one goes on, and its infinities show in the result.
+    if (d < 0.0) return 0.0;
     a(k, k) = std::sqrt(d);
     for (int j = k + 1; j <= 2 * n + 1; ++j) {
       double value = a(k, j);

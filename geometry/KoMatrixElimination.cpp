@@ -121,9 +121,9 @@ using Pair = double __attribute__((vector_size(16)));
 // eliminated identity is a unit lower triangle, whose ones and zeros need no arithmetic, and whose other
 // elements take the place of the eliminated elements of A (swapped along with A's rows). Pivot search, row
 // sums, multipliers and the updates of A are the general elimination's operations in the same order, so
-// the same matrices count as singular. The back substitution multiplies by one reciprocal per pivot
-// instead of dividing every element, which moves a result by a few roundings at most; it yields the
-// inverse with its columns in pivot order, and they are put back in place when stored.
+// the same matrices count as singular. The back substitution divides by the pivots as the general one does,
+// so the inverse is the general solve's bit for bit; it yields the inverse with its columns in pivot order,
+// and they are put back in place when stored.
 // Every element sees scalar operations in the general order; the pairs only do two of them at once. An odd
 // size leaves a padding element in each row, which stays zero.
 template <int N>
@@ -184,15 +184,6 @@ bool InvertFixed(const double* source, double* target)
     }
   }
   if (!(std::fabs(a[N - 1][(N - 1) / 2][(N - 1) % 2]) >= kSingular)) return false;
-  // The reciprocals of all pivots, two per division, before the back substitution needs them.
-  double reciprocals[2 * V];
-#pragma GCC unroll 2
-  for (int v = 0; v < V; ++v) {
-    const int i2 = 2 * v + 1 < N ? 2 * v + 1 : 2 * v;
-    const Pair r = Pair{1.0, 1.0} / Pair{a[2 * v][v][0], a[i2][i2 / 2][i2 % 2]};
-    reciprocals[2 * v] = r[0];
-    reciprocals[2 * v + 1] = r[1];
-  }
   Pair x[N][V];
 #pragma GCC unroll 4
   for (int i = N - 1; i >= 0; --i) {
@@ -209,10 +200,10 @@ bool InvertFixed(const double* source, double* target)
 #pragma GCC unroll 2
       for (int v = 0; v < V; ++v) x[i][v] -= factor * x[k][v];
     }
-    const double reciprocal = reciprocals[i];
-    const Pair scale = {reciprocal, reciprocal};
+    const double pivot = a[i][i / 2][i % 2];
+    const Pair divisor = {pivot, pivot};
 #pragma GCC unroll 2
-    for (int v = 0; v < V; ++v) x[i][v] *= scale;
+    for (int v = 0; v < V; ++v) x[i][v] /= divisor;
   }
 #pragma GCC unroll 4
   for (int i = 0; i < N; ++i) {

@@ -67,7 +67,7 @@ void KoVector::SetMode(int mode)
     m_data[1] = y;
     m_data[2] = z;
     m_data[3] = mode == 3 ? 1.0 : 0.0;
-  } else if (m_dimension == 4 && (mode == 0 || mode == 1 || mode == 2)) {
+  } else if (m_dimension == 4 && mode != 3) {
     const double x = m_data[0], y = m_data[1], z = m_data[2];
     Resize(3);
     m_data[0] = x;

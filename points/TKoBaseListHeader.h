@@ -107,11 +107,13 @@ public:
         Node(element)->m_prev = before;
         Node(element)->m_next = position;
         Node(position)->m_prev = element;
-        if (position == m_head)
+        // Only a new head is announced as added; an element linked in the middle is not announced.
+        if (position == m_head) {
             m_head = element;
-        else
+            NotifyAdded(element);
+        } else {
             before->m_next = element;
-        NotifyAdded(element);
+        }
         return element;
     }
 

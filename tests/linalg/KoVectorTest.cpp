@@ -22,12 +22,13 @@ TEST(KoVector, PointModesAndTheDeliberateModeThreeAsymmetry)
   EXPECT_TRUE(switched == MakeVector({1.5, -2.5, 4.0, 1.0}));
   EXPECT_EQ(KoVector(p, 9).GetDimension(), 4);
 
-  // A 4-vector leaving mode 3 drops w, then mode 0 zeroes z, mode 1 sets it to 1, mode 2 keeps it.
-  for (int mode : {0, 1, 2}) {
+  // A 4-vector leaving mode 3 drops w, then mode 0 zeroes z, mode 1 sets it to 1; mode 2 and every mode
+  // outside 0 to 3 keep it.
+  for (int mode : {0, 1, 2, 4, 9, -1}) {
     KoVector v = MakeVector({1, 2, 3, 1});
     v.SetMode(mode);
-    const double expectedZ[] = {0.0, 1.0, 3.0};
-    EXPECT_TRUE(v == MakeVector({1, 2, expectedZ[mode]})) << "mode " << mode;
+    const double expectedZ = mode == 0 ? 0.0 : mode == 1 ? 1.0 : 3.0;
+    EXPECT_TRUE(v == MakeVector({1, 2, expectedZ})) << "mode " << mode;
   }
   // A 3-vector keeps its z under modes 0 and 1, and a 4-vector stays as it is under mode 3.
   KoVector keep = MakeVector({1, 2, 3});

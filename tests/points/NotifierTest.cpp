@@ -49,9 +49,13 @@ TEST(Notification, EachOperationAnnouncesItselfInOrder)
     KoPoint* a = list.Append(new KoPoint(1, 0, 0, 0, 0));
     KoPoint* c = list.Append(new KoPoint(3, 0, 0, 0, 0));
     KoPoint* b = list.InsertBefore(c, new KoPoint(2, 0, 0, 0, 0));
-    EXPECT_EQ(rec.Codes(), (Codes{2, 2, 2}));
-    EXPECT_EQ(rec.events[2].element, b);
+    EXPECT_EQ(rec.Codes(), (Codes{2, 2})) << "linking into the middle is not announced";
+    KoPoint* head = list.InsertBefore(a, new KoPoint(0, 0, 0, 0, 0));
+    EXPECT_EQ(rec.Codes(), (Codes{2, 2, 2})) << "a new head is";
+    EXPECT_EQ(rec.events[2].element, head);
     EXPECT_TRUE(rec.events[2].elementListedThen);
+    delete list.Remove(head);
+    rec.events.pop_back();
 
     std::unique_ptr<KoPoint> removed(list.Remove(b));
     ASSERT_EQ(rec.events.size(), 4u);
