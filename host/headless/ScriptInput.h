@@ -10,7 +10,7 @@ namespace host::headless {
 
 enum class ScriptLineKind {
   End,     // the script has no more lines (or no script is running)
-  Ui,      // "@dialog ...", "@answer ...", "@toolbar ...": hand to runUiScriptLine()
+  Ui,      // "@dialog ...", "@answer ...", "@toolbar ...", "@wait ...": hand to runUiScriptLine()
   Escape,  // "@esc"
   Enter,   // an empty line
   Text,    // anything else: typed at the command line

@@ -77,7 +77,7 @@ ScriptLine ScriptRunner::next() {
     if (line.front() != '@') return {ScriptLineKind::Text, std::string(line), number};
     auto [verb, rest] = splitVerb(line);
     if (verb == "@esc" && rest.empty()) return {ScriptLineKind::Escape, {}, number};
-    if (verb == "@dialog" || verb == "@answer" || verb == "@toolbar") {
+    if (verb == "@dialog" || verb == "@answer" || verb == "@toolbar" || verb == "@wait") {
       // Text typed into a dialog keeps its trailing blanks.
       std::string_view whole = text;
       if (!whole.empty() && whole.back() == '\r') whole.remove_suffix(1);

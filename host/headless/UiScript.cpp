@@ -1,7 +1,8 @@
-// "@dialog", "@answer" and "@toolbar" script lines.
+// "@dialog", "@answer", "@toolbar" and "@wait" script lines.
 #include "host/headless/UiScript.h"
 
 #include <cctype>
+#include <chrono>
 #include <charconv>
 #include <exception>
 #include <optional>
@@ -11,7 +12,9 @@
 #include "host/headless/UiDump.h"
 #include "host/headless/UiHeadless.h"
 #include "host/WideText.h"
+#include "host/ui/UiThread.h"
 #include "host/ui/UserActions.h"
+#include "host/ui/WindowData.h"
 
 namespace host::headless {
 namespace {
@@ -224,10 +227,47 @@ void runAnswerLine(std::string_view line, const std::vector<Token>& t) {
       "@answer print PATH|cancel");
 }
 
+bool dialogOpen(int templateId) {
+  for (CWnd* dialog : ::ui::detail::openDialogs())
+    if (::ui::detail::dataOf(*dialog).templateId == templateId) return true;
+  return false;
+}
+
+// "@wait dialog ID [MS]" and "@wait idle [MS]". Queued calls of workers run meanwhile; a dialog that a worker
+// opens runs its modal loop inside this wait and takes the script's next lines, so the wait is over once the
+// dialog was opened, whether it is still open or was already closed by those lines.
+void runWaitLine(const std::vector<Token>& t) {
+  using Clock = std::chrono::steady_clock;
+  const std::string_view what = t.size() > 1 ? t[1].text : std::string_view();
+  const bool forDialog = what == "dialog";
+  if (!forDialog && what != "idle") throw LineError("@wait needs dialog or idle: @wait dialog ID [MS], @wait idle [MS]");
+  const std::string usage = forDialog ? "@wait dialog ID [MS]" : "@wait idle [MS]";
+  const int id = forDialog ? intArgument(t, 2, usage) : 0;
+  const std::size_t msAt = forDialog ? 3 : 2;
+  const int ms = t.size() > msAt ? intArgument(t, msAt, usage) : 5000;
+  if (ms < 0 || t.size() > msAt + 1) throw LineError("usage: " + usage);
+  const Clock::time_point deadline = Clock::now() + std::chrono::milliseconds(ms);
+  const int openedBefore = forDialog ? host::ui::dialogsOpened(id) : 0;
+  auto done = [&] {
+    if (forDialog) return dialogOpen(id) || host::ui::dialogsOpened(id) > openedBefore;
+    return !host::ui::uiCallsPending() && host::ui::runningWorkerThreads() == 0;
+  };
+  for (;;) {
+    host::ui::runPendingUiCalls();
+    if (done()) return;
+    const Clock::time_point now = Clock::now();
+    if (now >= deadline) break;
+    // Short slices: a worker that ends without queueing anything is noticed as well.
+    host::ui::waitForWorkerActivity(
+        std::min(std::chrono::duration_cast<std::chrono::milliseconds>(deadline - now), std::chrono::milliseconds(50)));
+  }
+  if (forDialog) throw LineError("no dialog " + std::to_string(id) + " opened within " + std::to_string(ms) + " ms");
+}
+
 }  // namespace
 
 bool isUiScriptLine(std::string_view line) {
-  for (std::string_view verb : {"@dialog", "@answer", "@toolbar"}) {
+  for (std::string_view verb : {"@dialog", "@answer", "@toolbar", "@wait"}) {
     if (line.substr(0, verb.size()) == verb &&
         (line.size() == verb.size() || std::isspace(static_cast<unsigned char>(line[verb.size()])) != 0))
       return true;
@@ -243,6 +283,8 @@ bool runUiScriptLine(std::string_view line, std::string& error) {
       runDialogLine(line, tokens);
     } else if (tokens[0].text == "@answer") {
       runAnswerLine(line, tokens);
+    } else if (tokens[0].text == "@wait") {
+      runWaitLine(tokens);
     } else {
       host::ui::pressToolbarButton(intArgument(tokens, 1, "@toolbar CMD"));
     }

@@ -1,5 +1,13 @@
 // The script lines that act as the user on dialogs, message boxes, file dialogs and the toolbar:
-// "@dialog ...", "@answer ...", "@toolbar ...". The script runner hands such lines over here.
+// "@dialog ...", "@answer ...", "@toolbar ...", and the lines that wait for a module's worker threads:
+//
+//   @wait dialog ID [MS]   waits (default 5000 ms) until a dialog with template ID opens, running the UI calls
+//                          that worker threads queue meanwhile (a worker's modal dialog opens this way and takes
+//                          the following script lines until it closes); a time-out stops the run
+//   @wait idle [MS]        runs queued UI calls of worker threads until none is pending and no worker thread
+//                          started by a module still runs, or MS (default 5000) have passed; not an error
+//
+// The script runner hands such lines over here.
 #pragma once
 
 #include <string>

@@ -4,6 +4,7 @@
 
 #include "host/ui/UiBackend.h"
 #include "host/ui/UiThread.h"
+#include "host/ui/UserActions.h"
 #include "host/ui/WindowData.h"
 #include "sdk/ui/CButton.h"
 
@@ -47,6 +48,7 @@ bool buildDialog(CDialog& dialog, int templateId, CWnd* owner, bool modal) {
   d.templateId = templateId;
   d.modal = modal;
   d.modalRunning = modal;
+  host::ui::noteDialogOpened(templateId);
   for (const ui::ControlTemplate& control : form->controls) {
     ui::detail::createTemplateControl(dialog, control);
     const bool isDefault = control.kind == ui::ControlKind::Button && (control.style & 0xF) == BS_DEFPUSHBUTTON;

@@ -66,6 +66,10 @@ const std::wstring* findString(int id) {
   return findInResources([id](const ResourceModule& m) { return findIn(m.strings, id); });
 }
 
+const CursorShape* findCursor(int id) {
+  return findInResources([id](const ResourceModule& m) { return findIn(m.cursors, id); });
+}
+
 ResourceHandle loadResourceLibrary(const std::wstring& path, std::wstring& error) {
   const std::string file = host::toUtf8(path);
   if (::access(file.c_str(), R_OK) != 0) {
@@ -107,3 +111,5 @@ bool AfxLoadString(int id, std::wstring& out) {
   out = text != nullptr ? *text : std::wstring();
   return text != nullptr;
 }
+
+HCURSOR AfxLoadCursor(int id) { return ui::findCursor(id); }

@@ -1,6 +1,7 @@
 #include "host/ui/UserActions.h"
 
 #include <algorithm>
+#include <map>
 
 #include "host/ui/WindowData.h"
 #include "sdk/ui/CButton.h"
@@ -44,6 +45,14 @@ CDialog& findOpenDialog(int templateId) {
   throw UserActionError("no dialog " + std::to_string(templateId) + " is open");
 }
 
+int& openedCount(int templateId) {
+  static auto* counts = new std::map<int, int>();  // UI thread only
+  return (*counts)[templateId];
+}
+
+int dialogsOpened(int templateId) { return openedCount(templateId); }
+void noteDialogOpened(int templateId) { ++openedCount(templateId); }
+
 CWnd& findControl(CDialog& dialog, int id) {
   CWnd* control = id == IDC_STATIC ? nullptr : dialog.GetDlgItem(id);
   if (control == nullptr)
@@ -55,7 +64,9 @@ CWnd& findControl(CDialog& dialog, int id) {
 std::string kindWord(const CWnd& window) {
   const auto& d = dataOf(window);
   switch (d.kind) {
-    case ControlKind::Static: return (d.style & 0x1F) == SS_ETCHEDHORZ ? "line" : "static";
+    case ControlKind::Static:
+      if ((d.style & 0x1F) == SS_ETCHEDHORZ) return "line";
+      return (d.style & SS_NOTIFY) != 0 ? "link" : "static";
     case ControlKind::Edit: return "edit";
     case ControlKind::Button: return "button";
     case ControlKind::CheckBox: return "checkbox";
@@ -90,7 +101,11 @@ void typeText(CWnd& control, const std::wstring& text) {
 }
 
 void clickButton(CWnd& control) {
-  requireUsable(control, {"button", "checkbox"});
+  requireUsable(control, {"button", "checkbox", "link"});
+  if (dataOf(control).kind == ControlKind::Static) {
+    ::ui::detail::sendCommand(control, STN_CLICKED);  // a link takes no focus
+    return;
+  }
   focusOn(control);
   if (!::ui::detail::isAlive(&control) || control.GetSafeHwnd() == nullptr) return;
   auto& d = dataOf(control);

@@ -19,6 +19,9 @@ class UserActionError : public std::runtime_error {
 
 // The open dialog made from template `templateId` (the newest when there are several); throws when none.
 CDialog& findOpenDialog(int templateId);
+// How many dialogs with this template were opened so far (counted when their window is built).
+int dialogsOpened(int templateId);
+void noteDialogOpened(int templateId);
 // Control `id` of `dialog`; throws when there is none (ids that several labels share, -1, are not addressable).
 CWnd& findControl(CDialog& dialog, int id);
 

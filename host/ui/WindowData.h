@@ -55,6 +55,9 @@ struct WindowData {
   std::vector<int> buttons;                    // toolbar
   ToolbarTemplate toolbar;                     // toolbar: the resource it was loaded from (id 0: none yet)
   CWnd* owner = nullptr;
+  COLORREF textColour = 0;                     // label
+  bool underline = false;
+  HCURSOR hoverCursor = nullptr;
 };
 
 struct WindowAccess {

@@ -81,6 +81,9 @@ struct ToolbarTemplate {
   int imageSize = 0;
 };
 
+// The cursors a module's resources can name; a backend shows its own picture of each.
+enum class CursorShape { Arrow, Hand };
+
 struct ResourceModule {
   std::wstring name;  // for messages, e.g. the library file
   std::map<int, DialogTemplate> dialogs;
@@ -89,6 +92,7 @@ struct ResourceModule {
   std::map<int, ToolbarTemplate> toolbars;
   // Version record: string values such as L"FileVersion", L"ProductName".
   std::map<std::wstring, std::wstring> version;
+  std::map<int, CursorShape> cursors;
 };
 
 using ResourceHandle = const ResourceModule*;
@@ -103,6 +107,7 @@ const MenuTemplate* findMenuTemplate(int id);
 const ToolbarTemplate* findToolbarTemplate(int id);
 // Null when no module has the string.
 const std::wstring* findString(int id);
+const CursorShape* findCursor(int id);
 
 // A language library is a shared library exporting `extern "C" const ui::ResourceModule* UiResourceModule()`.
 // Loads it (kept for the life of the process) and returns its resources; on failure returns null and sets
@@ -114,6 +119,10 @@ ResourceHandle loadResourceLibrary(const std::wstring& path, std::wstring& error
 // The resource module that template and string lookups try first.
 ui::ResourceHandle AfxGetResourceHandle();
 void AfxSetResourceHandle(ui::ResourceHandle handle);
+
+// A cursor of the resources; null when no resource module has cursor `id`.
+using HCURSOR = const ui::CursorShape*;
+HCURSOR AfxLoadCursor(int id);
 
 // Loads string `id` into `out`; false (and `out` emptied) when no resource module has it.
 bool AfxLoadString(int id, std::wstring& out);

@@ -77,6 +77,9 @@ inline constexpr unsigned WS_VISIBLE = 0x10000000;
 inline constexpr unsigned WS_DISABLED = 0x08000000;
 inline constexpr unsigned WS_BORDER = 0x00800000;
 inline constexpr unsigned WS_TABSTOP = 0x00010000;
+// A colour as 0x00BBGGRR.
+using COLORREF = unsigned;
+
 inline constexpr unsigned BS_PUSHBUTTON = 0x0;
 inline constexpr unsigned BS_DEFPUSHBUTTON = 0x1;
 inline constexpr unsigned BS_CHECKBOX = 0x2;
@@ -84,6 +87,7 @@ inline constexpr unsigned BS_AUTOCHECKBOX = 0x3;
 inline constexpr unsigned ES_AUTOHSCROLL = 0x80;
 inline constexpr unsigned ES_READONLY = 0x800;
 inline constexpr unsigned SS_ETCHEDHORZ = 0x10;
+inline constexpr unsigned SS_NOTIFY = 0x100;  // a label that reports clicks (a link)
 inline constexpr unsigned UDS_WRAP = 0x1;
 inline constexpr unsigned UDS_SETBUDDYINT = 0x2;
 inline constexpr unsigned UDS_ARROWKEYS = 0x20;
@@ -98,6 +102,7 @@ inline constexpr int BST_CHECKED = 1;
 
 // Command notification codes (second argument of OnCommand).
 inline constexpr int BN_CLICKED = 0;
+inline constexpr int STN_CLICKED = 0;
 inline constexpr int EN_SETFOCUS = 0x100;
 inline constexpr int EN_KILLFOCUS = 0x200;
 inline constexpr int EN_CHANGE = 0x300;
