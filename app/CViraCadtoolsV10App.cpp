@@ -2,9 +2,11 @@
 
 #include "app/CDrxModule.h"
 #include "app/ViraLanguage.h"
+#include "app/ViraLogging.h"
 
 AcRx::AppRetCode CViraCadtoolsV10App::On_kInitAppMsg(void* packet) {
   const AcRx::AppRetCode result = AcRxArxApp::On_kInitAppMsg(packet);
+  ViraStartLogging();
   // The user's language first, so that the toolbar and every dialog come in it.
   ViraLoadStoredLanguage(ViraModulePath());
   // The update check runs on its own thread and is never waited for; a failure to start it is ignored.
@@ -16,10 +18,10 @@ AcRx::AppRetCode CViraCadtoolsV10App::On_kInitAppMsg(void* packet) {
 AcRx::AppRetCode CViraCadtoolsV10App::On_kUnloadAppMsg(void* packet) {
   const AcRx::AppRetCode result = AcRxArxApp::On_kUnloadAppMsg(packet);
   ViraDestroyToolbar();
+  ViraStopLogging();
   return result;
 }
 
-void ViraStartUpdateCheck() {}
 
 AcRxDbxApp& ViraApplication() {
   // Made when the module file is loaded (a static object), before the host sends any message.

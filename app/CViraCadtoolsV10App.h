@@ -9,8 +9,8 @@ class CViraCadtoolsV10App : public AcRxArxApp {
   AcRx::AppRetCode On_kUnloadAppMsg(void* packet) override;
 };
 
-// Hooks of the start-up and shut-down order. The update check thread is not part of the module yet; its
-// hook does nothing until it is.
+// Hooks of the start-up and shut-down order. The update check (app/ViraUpdateCheck.cpp) starts its thread
+// and never waits for it.
 void ViraStartUpdateCheck();
 // The toolbar (app/MfcToolbar.cpp): created at initialisation, destroyed at unload.
 void ViraCreateToolbar();

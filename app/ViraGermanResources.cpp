@@ -100,6 +100,22 @@ void addListResources(ui::ResourceModule& module) {
       L"crash.";
 }
 
+ui::DialogTemplate newVersionDialog() {
+  using ui::ControlKind;
+  ui::DialogTemplate form;
+  form.id = IDD_NEW_VERSION;
+  form.title = L"VIRA cadtools";
+  form.rect = CRect(0, 0, 250, 84);
+  form.controls = {
+      {IDC_STATIC, ControlKind::Static,
+       L"Eine aktuellere Version ist verfügbar. Klicken Sie auf den Link um diese herunterzuladen.", 0,
+       CRect(7, 7, 243, 27)},
+      {IDC_NEW_VERSION_LINK, ControlKind::Static, L"", SS_NOTIFY, CRect(7, 33, 243, 45)},
+      {IDOK, ControlKind::Button, L"OK", BS_DEFPUSHBUTTON | WS_TABSTOP, CRect(96, 61, 154, 76)},
+  };
+  return form;
+}
+
 }  // namespace
 
 ui::ResourceModule ViraMakeGermanResources() {
@@ -107,6 +123,8 @@ ui::ResourceModule ViraMakeGermanResources() {
   module.name = L"ViraCadtoolsV10 (Deutsch)";
   module.dialogs[IDD_MOVE_DRAWING] = moveDrawingDialog();
   module.dialogs[IDD_PICK_POINTS] = pickPointsDialog();
+  module.dialogs[IDD_NEW_VERSION] = newVersionDialog();
+  module.cursors[IDR_HAND_CURSOR] = ui::CursorShape::Hand;
   addListResources(module);
   // Status text and tooltip of each toolbar button, separated by a line break.
   module.strings[ID_VIRA_COORD_DEF] = L"Zeichnung transformieren\nZeichnung transformieren";

@@ -30,3 +30,8 @@ inline constexpr int IDC_NEXT_NUMBER_SPIN = 4004;
 inline constexpr int IDR_VIRA_TOOLBAR = 4008;
 inline constexpr int ID_VIRA_COORD_DEF = 40001;
 inline constexpr int ID_VIRA_PT_PICK = 40002;
+
+// The notice of a newer version: its dialog, the link control and the hand cursor over the link.
+inline constexpr int IDD_NEW_VERSION = 4007;
+inline constexpr int IDC_NEW_VERSION_LINK = 4020;
+inline constexpr int IDR_HAND_CURSOR = 4006;

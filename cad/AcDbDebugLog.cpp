@@ -1,9 +1,8 @@
 #include "cad/AcDbDebugLog.h"
 
-#include "sdk/AcDebug.h"
-
-#include <string>
 #include <utility>
+
+#include "support/KoLog.h"
 
 namespace {
 
@@ -19,9 +18,7 @@ void AcDbDebugLog(int level, std::string_view message) {
     sink()(level, message);
     return;
   }
-  std::string line(message);
-  line += '\n';
-  OutputDebugStringA(line.c_str());
+  Log(level, message);
 }
 
 AcDbDebugLogSink AcDbSetDebugLogSink(AcDbDebugLogSink replacement) {

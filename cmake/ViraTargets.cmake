@@ -42,6 +42,12 @@ function(vira_test)
     VIRA_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VIRA_BINARY_DIR="${PROJECT_BINARY_DIR}"
     VIRA_PYTHON="${VIRA_PYTHON}")
   vira_warnings(${T_NAME})
+  # Tests run with settings and protocol folders of their own, never the developer's. The module checks for
+  # updates whenever it is initialised: its server is a port on 127.0.0.1 that nobody listens on, so no test
+  # reaches beyond this machine.
+  set(test_home ${PROJECT_BINARY_DIR}/test-home)
+  file(WRITE ${test_home}/config/TRELLANOVA\ 10/registry.ini "[Platform]\nUpdateServer=127.0.0.1:9\n")
   gtest_discover_tests(${T_NAME} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
+    PROPERTIES ENVIRONMENT "XDG_CONFIG_HOME=${test_home}/config;XDG_STATE_HOME=${test_home}/state")
 endfunction()

@@ -23,3 +23,5 @@ bool AfxBeginThread(AFX_THREADPROC procedure, void* parameter) {
   }
   return true;
 }
+
+void AfxRunOnUiThread(const std::function<void()>& call) { host::ui::runOnUiThread(call); }

@@ -9,10 +9,17 @@
 
 namespace e2e {
 
+namespace {
+constexpr const char* kNoUpdateServer = "[Platform]\nUpdateServer=127.0.0.1:9\n";
+}  // namespace
+
 void CadhostTest::SetUp() {
   const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
   dir_ = fs::temp_directory_path() / ("vira-e2e-" + std::to_string(::getpid()) + "-" + info->name());
   fs::create_directories(dir_);
+  // The module's update check goes to a port on this machine that nobody listens on.
+  fs::create_directories(configHome() / "TRELLANOVA 10");
+  std::ofstream(configHome() / "TRELLANOVA 10" / "registry.ini", std::ios::binary) << kNoUpdateServer;
 }
 
 void CadhostTest::TearDown() { fs::remove_all(dir_); }
@@ -49,7 +56,7 @@ HostRun CadhostTest::cadhostOn(const fs::path& drawing, const std::string& scrip
 void CadhostTest::setLanguage(const std::string& code) {
   fs::create_directories(configHome() / "TRELLANOVA 10");
   std::ofstream(configHome() / "TRELLANOVA 10" / "registry.ini", std::ios::binary)
-      << "[Software\\Halvern Optik\\TRELLANOVA 10]\nIcadViraLanguage=" << code << "\n";
+      << "[Software\\Halvern Optik\\TRELLANOVA 10]\nIcadViraLanguage=" << code << "\n" << kNoUpdateServer;
 }
 
 HostRun CadhostTest::example(const std::string& name, const std::string& extraArguments) {

@@ -1,0 +1,128 @@
+// The update notice inside the host: the module asks a server of the test's own on 127.0.0.1, shows the notice,
+// leaves its protocol, and the host ends promptly whatever the server does.
+#include "CadhostRun.h"
+#include "../support/LoopbackServer.h"
+
+#include <sys/wait.h>
+
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+namespace e2e {
+namespace {
+
+class UpdateNoticeTest : public CadhostTest {
+ protected:
+  // Runs the script headless with the server at `port`; a host that has not ended after 30 s is stopped
+  // (exit status 124).
+  HostRun run(int port, const std::string& script) {
+    fs::create_directories(configHome() / "TRELLANOVA 10");
+    std::ofstream(configHome() / "TRELLANOVA 10" / "registry.ini", std::ios::binary)
+        << "[Platform]\nUpdateServer=127.0.0.1:" << port << "\nBrowser=\"" << browser().string() << "\"\n";
+    std::ofstream(browser()) << "#!/bin/sh\nprintf '%s\\n' \"$1\" >> '" << (dir_ / "opened").string() << "'\n";
+    fs::permissions(browser(), fs::perms::owner_all);
+    std::ofstream(dir_ / "script.txt", std::ios::binary) << script;
+    const std::string command = "XDG_CONFIG_HOME='" + configHome().string() + "' XDG_STATE_HOME='" +
+                                (dir_ / "state").string() + "' timeout 30 " + CADHOST_PATH + " --headless --module '" +
+                                VIRA_MODULE_PATH + "' --script '" + (dir_ / "script.txt").string() + "' >'" +
+                                (dir_ / "out").string() + "' 2>'" + (dir_ / "err").string() + "'";
+    HostRun result;
+    const int raw = std::system(command.c_str());
+    result.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    result.out = slurp(dir_ / "out");
+    result.err = slurp(dir_ / "err");
+    return result;
+  }
+  fs::path browser() const { return dir_ / "browser"; }
+  std::string protocol() const { return slurp(dir_ / "state" / "TRELLANOVA 10" / "TomaProtokoll.log"); }
+  std::string opened() const { return slurp(dir_ / "opened"); }
+};
+
+// The protocol without its time stamps.
+std::string withoutTimes(const std::string& protocol) {
+  std::string lines;
+  std::istringstream in(protocol);
+  for (std::string line; std::getline(in, line);) {
+    const std::size_t stamp = line.find("] ");
+    lines += (stamp == std::string::npos ? line : line.substr(0, line.find('[')) + line.substr(stamp + 2)) + "\n";
+  }
+  return lines;
+}
+
+TEST_F(UpdateNoticeTest, ANewerVersionShowsItsLinkAndTheProtocolTellsTheExchange) {
+  std::string request;
+  LoopbackServer server([&](int connection) {
+    request = LoopbackServer::ReadUntil(connection, "\n\n");
+    LoopbackServer::Send(connection, "HTTP/1.0 200 OK\r\n\r\n1.01\r\nhttps://example.invalid/viracadtools?%s%n\r\n");
+  });
+  const HostRun host = run(server.Port(),
+                           "@wait dialog 4007\n@dialog 4007 dump\n@dialog 4007 click 4020\n@dialog 4007 click 1\n"
+                           "@wait idle\n");
+  ASSERT_EQ(host.status, 0) << host.err;
+  EXPECT_EQ(request, "GET /viracadtoolsversion.txt HTTP/1.0\nHost: 127.0.0.1\n\n");
+  EXPECT_EQ(host.out,
+            "dialog 4007 \"VIRA cadtools\"\n"
+            "-1 static \"Eine aktuellere Version ist verfügbar. Klicken Sie auf den Link um diese herunterzuladen.\"\n"
+            "4020 link \"https://example.invalid/viracadtools?%s%n\\r\\n\"\n"
+            "1 button \"OK\"\n");
+  for (int waited = 0; waited < 300 && opened().empty(); ++waited)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_EQ(opened(), "https://example.invalid/viracadtools?%s%n\n");
+  EXPECT_EQ(withoutTimes(protocol()),
+            "4 : InstallTomaDebugLogger()\n"
+            "3 : CheckViraCadtoolsVersionThread start\n"
+            "3 : Line: 1.01\r\n\n"
+            "3 : Line: https://example.invalid/viracadtools?%s%n\r\n\n"
+            "3 : Neue Version von VIRA cadtools!\n"
+            "3 : CheckViraCadtoolsVersionThread end\n"
+            "4 : UninstallTomaDebugLogger()\n");
+}
+
+TEST_F(UpdateNoticeTest, OtherLinksAreShownButNeverStarted) {
+  LoopbackServer server([&](int connection) {
+    LoopbackServer::ReadUntil(connection, "\n\n");
+    LoopbackServer::Send(connection, "HTTP/1.0 200 OK\r\n\r\n2\r\nfile:///bin/sh\r\n");
+  });
+  const HostRun host = run(server.Port(), "@wait dialog 4007\n@dialog 4007 click 4020\n@dialog 4007 click 1\n");
+  ASSERT_EQ(host.status, 0) << host.err;
+  EXPECT_EQ(opened(), "");
+  EXPECT_NE(protocol().find("not a web address, not opened: file:///bin/sh"), std::string::npos) << protocol();
+}
+
+// Whatever the server does, the host's run ends when its script ends; the check never holds it up. The
+// module is unloaded meanwhile while its thread may still wait for the server.
+TEST_F(UpdateNoticeTest, TheHostEndsPromptlyWhateverTheServerDoes) {
+  {
+    const HostRun host = run(LoopbackServer::ClosedPort(), "ViraCadtool\n@wait idle\n");
+    EXPECT_EQ(host.status, 0) << host.err;
+    EXPECT_NE(protocol().find("CheckViraCadtoolsVersionThread exception2 Connection refused\n"), std::string::npos)
+        << protocol();
+    EXPECT_NE(protocol().find("CheckViraCadtoolsVersionThread end"), std::string::npos);
+  }
+  LoopbackServer silent([&](int) { silent.WaitUntilStopped(); });
+  HostRun host = run(silent.Port(), "ViraCadtool\n@wait idle 200\n");
+  EXPECT_EQ(host.status, 0) << "a server that never answers: " << host.err;
+  EXPECT_EQ(host.out, "Command: ViraCadtool\nVIRA cadtools \n");
+
+  LoopbackServer flood([&](int connection) {
+    LoopbackServer::ReadUntil(connection, "\n\n");
+    const std::string chunk(4096, 'A');
+    while (::send(connection, chunk.data(), chunk.size(), MSG_NOSIGNAL) > 0) {
+    }
+  });
+  host = run(flood.Port(), "@wait idle\n");
+  EXPECT_EQ(host.status, 0) << "a server that floods: " << host.err;
+  EXPECT_EQ(protocol().find("Neue Version"), std::string::npos);
+
+  LoopbackServer cut([&](int connection) {
+    LoopbackServer::ReadUntil(connection, "\n\n");
+    LoopbackServer::Send(connection, "HTTP/1.0 200 OK\r\n\r\n1.5\r\nhttps://exa");
+  });
+  host = run(cut.Port(), "@wait dialog 4007\n@dialog 4007 dump\n");
+  EXPECT_EQ(host.status, 0) << "a server that closes in mid-line: " << host.err;
+  EXPECT_NE(host.out.find("4020 link \"https://exa\"\n"), std::string::npos) << host.out;
+}
+
+}  // namespace
+}  // namespace e2e
