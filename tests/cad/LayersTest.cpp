@@ -5,6 +5,8 @@
 #include "host/db/Drawing.h"
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
+#include "sdk/AcDebug.h"
+#include "support/KoLog.h"
 #include "tests/hostdb/DrawingFixture.h"
 #include "tests/hostdb/ModelSpace.h"
 #include "tests/hostrt/HostTestSupport.h"
@@ -70,13 +72,16 @@ TEST_F(LayersTest, FrozenOffAndLockedLayersHideTheirEntities) {
   EXPECT_THAT(log_, ElementsAre("AcDbIsFrozenOrInInvisibleLayer: LayerId NULL",
                                 "AcDbIsFrozenOrInInvisibleLayer: acdbOpenAcDbObject failed"));
 
-  // Without a sink of its own the line goes to the host's debugger channel (shown with tracing on).
+  // Without a sink of its own the line goes to the log, and from there to the host's debugger channel that
+  // the module plugs in (shown with tracing on).
   AcDbDebugLogSink own = AcDbSetDebugLogSink(nullptr);
+  const KoDebugOutput previous = KoSetDebugOutput(&OutputDebugStringA);
   host::setTraceEnabled(true);
   ::testing::internal::CaptureStderr();
   AcDbIsFrozenOrInInvisibleLayer(&loose);
   std::string traced = ::testing::internal::GetCapturedStderr();
   host::setTraceEnabled(false);
+  KoSetDebugOutput(previous);
   AcDbSetDebugLogSink(std::move(own));
   EXPECT_EQ(traced, "[trace] AcDbIsFrozenOrInInvisibleLayer: LayerId NULL\n");
 }
