@@ -60,6 +60,27 @@ TEST_F(LanguageTest, TransformationDialogInEnglishAndFrench) {
       << dump;
 }
 
+TEST_F(LanguageTest, CaptureDialogInEachLanguage) {
+  const std::string script = "_ViraPtPick\n1.25,2,3\n@dialog 4001 dump\n@esc\n";
+  const struct {
+    std::string code, title, label, save;
+  } languages[] = {
+      {"", "Punkte erfassen", "N\u00e4chste Punktnummer:", "Speichern als..."},
+      {"ENG", "Capture Points", "Next point number:", "Save As..."},
+      {"FRA", "Saisie de points", "Num\u00e9ro du point suivant :", "Enregistrer sous..."},
+  };
+  for (const auto& language : languages) {
+    setLanguage(language.code);
+    HostRun run = cadhost(script);
+    ASSERT_EQ(run.status, 0) << run.err;
+    const std::string dump = after(run.out, "dialog 4001 ");
+    EXPECT_EQ(dump.substr(0, dump.find("\n  header")), "dialog 4001 \"" + language.title + "\"\n4000 list \"\"")
+        << language.code;
+    EXPECT_NE(dump.find("\n-1 static \"" + language.label + "\"\n"), std::string::npos) << dump;
+    EXPECT_NE(dump.find("\n4002 button \"" + language.save + "\"\n"), std::string::npos) << dump;
+  }
+}
+
 TEST_F(LanguageTest, ShortCodesMissingAndBrokenLibrariesLeaveTheModuleGerman) {
   const std::string german = "dialog 4000 \"Ganze Zeichnung verschieben und drehen\"\n";
   const std::string warning =
