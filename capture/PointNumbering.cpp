@@ -14,9 +14,24 @@ bool isBlank(wchar_t c) { return c == L' ' || c == L'\t'; }
 
 // Letters as the module's home runtime classifies wide characters: by Unicode, whatever the process locale
 // (so "Pü1" splits after the ü, not after the P).
+// The classification locale lives as long as the module and is handed back when the module is unloaded.
+class UnicodeLocale {
+ public:
+  UnicodeLocale() : locale_(::newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr))) {}
+  ~UnicodeLocale() {
+    if (locale_ != static_cast<locale_t>(nullptr)) ::freelocale(locale_);
+  }
+  UnicodeLocale(const UnicodeLocale&) = delete;
+  UnicodeLocale& operator=(const UnicodeLocale&) = delete;
+  locale_t get() const { return locale_; }
+
+ private:
+  locale_t locale_;
+};
+
 bool isLetter(wchar_t c) {
-  static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
-  if (unicode != static_cast<locale_t>(nullptr)) return ::iswalpha_l(static_cast<std::wint_t>(c), unicode) != 0;
+  static const UnicodeLocale unicode;
+  if (unicode.get() != static_cast<locale_t>(nullptr)) return ::iswalpha_l(static_cast<std::wint_t>(c), unicode.get()) != 0;
   return std::iswalpha(static_cast<std::wint_t>(c)) != 0;
 }
 

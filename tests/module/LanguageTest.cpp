@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -116,7 +117,7 @@ TEST(ResourceOverrideTest, ScopesNestAndANullOneChangesNothing) {
 }
 
 TEST_F(LanguageTest, ALibraryIsCheckedBeforeItIsLoadedAndFailuresLeaveTheModuleGerman) {
-  ASSERT_EQ(ViraLanguageLibrary(), nullptr) << "each test runs in a process of its own";
+  ASSERT_EQ(ViraLanguageLibrary(), nullptr);
   const ui::ResourceHandle german = AfxGetResourceHandle();
   {
     CResourceDll scope;
@@ -151,18 +152,27 @@ TEST_F(LanguageTest, ALibraryIsCheckedBeforeItIsLoadedAndFailuresLeaveTheModuleG
     ++shown;
   EXPECT_EQ(shown, 4u) << transcript.text();
 
-  ASSERT_TRUE(ViraLoadLanguageLibrary(builtLibrary("FRA").wstring(), false));
-  ASSERT_NE(ViraLanguageLibrary(), nullptr);
-  EXPECT_EQ(ViraLanguageLibrary()->name, L"ViraCadtoolsV10_FRA");
-  EXPECT_EQ(AfxGetResourceHandle(), german) << "loaded without being made current";
-  {
-    CResourceDll scope;
-    EXPECT_EQ(AfxGetResourceHandle(), ViraLanguageLibrary());
-    std::wstring tooltip;
-    ASSERT_TRUE(AfxLoadString(40002, tooltip));
-    EXPECT_EQ(tooltip, L"Sélectionner des points\nSélectionner des points");
-  }
-  EXPECT_EQ(AfxGetResourceHandle(), german);
+  // A library that loads stays for the life of the process (and the lists then speak its language), so
+  // this part runs in a child process of its own.
+  EXPECT_EXIT(
+      {
+        std::string problems;
+        auto check = [&problems](bool ok, const char* what) { problems += ok ? "" : std::string(what) + "; "; };
+        check(ViraLoadLanguageLibrary(builtLibrary("FRA").wstring(), false), "loads");
+        check(ViraLanguageLibrary() != nullptr && ViraLanguageLibrary()->name == L"ViraCadtoolsV10_FRA", "kept");
+        check(AfxGetResourceHandle() == german, "loaded without being made current");
+        {
+          CResourceDll scope;
+          check(AfxGetResourceHandle() == ViraLanguageLibrary(), "current inside the scope");
+          std::wstring tooltip;
+          check(AfxLoadString(40002, tooltip) && tooltip == L"Sélectionner des points\nSélectionner des points",
+                "the tooltip in French");
+        }
+        check(AfxGetResourceHandle() == german, "the module's own resources after the scope");
+        std::fputs(problems.c_str(), stderr);
+        std::_Exit(problems.empty() ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
 }
 
 // The libraries the project builds: the module's resources item for item, every text translated.
