@@ -16,10 +16,12 @@ std::unique_ptr<AcDbImpDatabase>& working() {
 
 namespace host {
 
-bool openDrawing(const std::string& path, std::string& error) {
+namespace {
+
+bool open(const std::string& path, std::string& error, std::vector<std::string>* repairs) {
   error.clear();
   try {
-    std::unique_ptr<dxf::Document> doc = dxf::Document::load(path, error);
+    std::unique_ptr<dxf::Document> doc = dxf::Document::load(path, error, repairs);
     if (!doc) {
       if (error.empty()) error = path + ": cannot be read as a drawing";
       return false;
@@ -34,6 +36,24 @@ bool openDrawing(const std::string& path, std::string& error) {
     return false;
   }
   return true;
+}
+
+}  // namespace
+
+bool openDrawing(const std::string& path, std::string& error) { return open(path, error, nullptr); }
+
+bool recoverDrawing(const std::string& path, std::vector<std::string>& repairs, std::string& error) {
+  return open(path, error, &repairs);
+}
+
+bool drawingIsRecoverable(const std::string& path) {
+  std::string error;
+  std::vector<std::string> repairs;
+  try {
+    return dxf::Document::recover(path, error, repairs) != nullptr;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 bool saveDrawing(const std::string& path, std::string& error) {

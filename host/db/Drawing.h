@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace dxf {
 class Document;
@@ -14,6 +15,14 @@ namespace host {
 // Opens the file as the working drawing, replacing the one open before. On failure returns false with a
 // message in `error`, and the drawing open before stays open, unchanged.
 bool openDrawing(const std::string& path, std::string& error);
+
+// Opens a damaged file as the working drawing as far as it can be repaired; `repairs` gets one line per
+// kind of repair with its count (empty when nothing needed repair). The file itself stays as it is until
+// the drawing is saved.
+bool recoverDrawing(const std::string& path, std::vector<std::string>& repairs, std::string& error);
+
+// True when recoverDrawing would open the file (which openDrawing refused).
+bool drawingIsRecoverable(const std::string& path);
 
 // Writes the working drawing to `path` (the file it was opened from when `path` is empty). The file is
 // replaced atomically: on failure it is untouched and `error` says why. False also when no drawing is open.

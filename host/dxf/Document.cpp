@@ -1,6 +1,7 @@
 #include "host/dxf/Document.h"
 
 #include "host/dxf/AtomicFile.h"
+#include "host/dxf/BinaryTags.h"
 #include "host/dxf/Codec.h"
 #include "host/dxf/EntityWriter.h"
 #include "host/dxf/Sections.h"
@@ -10,6 +11,7 @@
 #include <charconv>
 #include <cstring>
 #include <fstream>
+#include <unordered_set>
 
 namespace dxf {
 
@@ -21,7 +23,9 @@ struct VersionName {
 };
 
 constexpr VersionName kVersions[] = {
-    {"AC1009", Version::R12},   {"AC1012", Version::R13},   {"AC1014", Version::R14},
+    {"AC1002", Version::R10},   {"AC1003", Version::R10},   {"AC1004", Version::R10},
+    {"AC1006", Version::R10},   {"AC1009", Version::R12},   {"AC1012", Version::R13},
+    {"AC1014", Version::R14},
     {"AC1015", Version::R2000}, {"AC1018", Version::R2004}, {"AC1021", Version::R2007},
     {"AC1024", Version::R2010}, {"AC1027", Version::R2013}, {"AC1032", Version::R2018},
 };
@@ -67,16 +71,17 @@ bool validSymbolName(std::string_view name) {
          std::none_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
 }
 
-template <class F>
-void forEachRecord(const Entity& e, const F& f) {
+template <class E, class F>
+void forEachRecord(E& e, const F& f) {
   f(e);
-  for (const Entity& c : e.children) forEachRecord(c, f);
+  for (E& c : e.children) forEachRecord(c, f);
 }
 
 }  // namespace
 
 struct Document::Impl {
   std::string buffer;  // the file; every record of the drawing refers into it
+  std::string texts;   // of a binary file: its values spelled as text; the records' tags refer into it
   Drawing drawing;
   Codec codec = Codec::utf8();
   std::string versionCode = "AC1009";
@@ -175,7 +180,8 @@ unsigned long long Document::Impl::highestHandle() const {
 Document::Document() : impl_(std::make_unique<Impl>()) {}
 Document::~Document() = default;
 
-std::unique_ptr<Document> Document::load(const std::filesystem::path& path, std::string& error) {
+std::unique_ptr<Document> Document::load(const std::filesystem::path& path, std::string& error,
+                                         std::vector<std::string>* repairs) {
   const std::string name = path.string();
   std::error_code ec;
   if (std::filesystem::is_directory(path, ec)) {
@@ -203,10 +209,11 @@ std::unique_ptr<Document> Document::load(const std::filesystem::path& path, std:
     error = name + ": cannot be read";
     return nullptr;
   }
-  return parse(std::move(bytes), name, error);
+  return parse(std::move(bytes), name, error, repairs);
 }
 
-std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view name, std::string& error) {
+std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view name, std::string& error,
+                                          std::vector<std::string>* repairs) {
   const std::string prefix = std::string(name) + ": ";
   if (auto why = refuseFormat(bytes)) {
     error = prefix + *why;
@@ -220,13 +227,29 @@ std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view na
   Impl& d = *doc->impl_;
   d.buffer = std::move(bytes);  // from here on the buffer never moves: the records point into it
   const std::string_view buffer = d.buffer;
-  const std::size_t from = buffer.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
-  TagReader reader(buffer, from);
-  if (!readDrawing(reader, buffer, d.drawing)) {
+  RepairLog log;
+  RepairLog* const recovering = repairs ? &log : nullptr;
+  bool read = false;
+  std::string readError;
+  if (isBinaryDxf(buffer)) {
+    BinaryTagReader reader(buffer, d.texts, recovering);
+    read = readDrawing(reader, buffer, d.drawing, recovering);
+    readError = reader.error();
+  } else {
+    const std::size_t from = buffer.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
+    TagReader reader(buffer, from, recovering);
+    read = readDrawing(reader, buffer, d.drawing, recovering);
+    readError = reader.error();
+  }
+  if (!read) {
     if (d.drawing.sections.empty())
-      error = prefix + "not a DXF file (" + reader.error() + ")";
+      error = prefix + "not a DXF file (" + readError + ")";
     else
-      error = prefix + reader.error();
+      error = prefix + readError;
+    return nullptr;
+  }
+  if (const std::string_view twice = repeatedSection(d.drawing); !twice.empty()) {
+    error = prefix + "the drawing holds more than one " + std::string(twice) + " section";
     return nullptr;
   }
   d.index();
@@ -236,13 +259,58 @@ std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view na
                                   [&](const VersionName& v) { return v.code == d.versionCode; });
   if (known == std::end(kVersions)) {
     error = prefix + "DXF version \"" + d.versionCode.substr(0, 40) +
-            "\" cannot be read; R12 (AC1009) to R2018 (AC1032) can";
+            "\" cannot be read; R2.5 (AC1002) to R2018 (AC1032) can";
     return nullptr;
   }
   doc->version_ = known->version;
   if (doc->version_ < Version::R2007)
     d.codec = Codec::codePage(doc->rawHeader("$DWGCODEPAGE").value_or("ANSI_1252"));
+  if (recovering) {
+    doc->repairHandles(log);
+    *repairs = log.lines();
+  }
   return doc;
+}
+
+bool Document::isBinary() const { return impl_->drawing.style.binary.has_value(); }
+
+void Document::repairHandles(RepairLog& repairs) {
+  const bool handles = hasHandles();
+  std::unordered_set<unsigned long long> seen;
+  auto check = [&](Entity& e) {
+    if (!handles) {
+      // A drawing that keeps no handles has no use for an empty one, which other readers refuse.
+      const auto i = e.tags.find(5);
+      if (i && trimBlanks(e.tags.text(*i)).empty()) {
+        e.tags.erase(*i);
+        repairs.note("empty handles removed (the drawing keeps no handles)");
+      }
+      return;
+    }
+    for (std::size_t i = 0; i < e.tags.size(); ++i) {
+      const int code = e.tags.code(i);
+      if (code != 5 && code != 105) continue;
+      const auto handle = parseHandle(e.tags.text(i));
+      if (handle && *handle != 0 && seen.insert(*handle).second) return;
+      repairs.note(handle && *handle != 0 ? "records with a duplicate handle given a new one"
+                                          : "records with an empty or unreadable handle given a new one");
+      e.tags.setText(i, newHandle());
+      seen.insert(*parseHandle(e.tags.text(i)));
+      return;
+    }
+  };
+  for (Section& s : impl_->drawing.sections) {
+    for (Entity& e : s.records) forEachRecord(e, check);
+    for (Table& t : s.tables) {
+      check(t.head);
+      for (Entity& e : t.records) check(e);
+    }
+    for (Block& b : s.blocks) {
+      check(b.begin);
+      for (Entity& e : b.entities) forEachRecord(e, check);
+      check(b.end);
+    }
+  }
 }
 
 std::string Document::bytes() const {

@@ -4,9 +4,10 @@
 // untouched record back byte for byte and only the records the program changed (or added) anew, so a drawing
 // that is loaded and saved without a change comes out identical, line endings and number spellings included.
 //
-// Accepted: ASCII DXF from R12 (AC1009) to R2018 (AC1032), LF or CRLF line endings. Refused with a message:
-// binary DXF, DWG, empty files, directories, other versions, anything that is not DXF, and malformed DXF
-// (the message names the line). Limits: a line may hold at most kMaxLineLength bytes, a file at most
+// Accepted: ASCII and binary DXF from R2.5 (AC1002) to R2018 (AC1032), LF or CRLF line endings; every
+// drawing is written back in its own form and version. Refused with a message: DWG, empty files,
+// directories, other versions, anything that is not DXF, and malformed DXF (the message names the line,
+// or the byte offset in a binary file). recover() opens what can be repaired of a damaged drawing. Limits: a line may hold at most kMaxLineLength bytes, a file at most
 // kMaxFileSize bytes.
 //
 // Text: the store keeps raw file bytes. Before R2007 they are in the code page of $DWGCODEPAGE, with
@@ -29,8 +30,9 @@
 
 namespace dxf {
 
-// The versions read and written, oldest first; the file names them in $ACADVER.
-enum class Version { R12, R13, R14, R2000, R2004, R2007, R2010, R2013, R2018 };
+// The versions read and written, oldest first; the file names them in $ACADVER. R10 stands for every
+// version before R12 (AC1002 to AC1006): their files have the R12 layout with fewer tables and variables.
+enum class Version { R10, R12, R13, R14, R2000, R2004, R2007, R2010, R2013, R2018 };
 
 // A block definition of the BLOCKS section.
 struct BlockInfo {
@@ -47,10 +49,24 @@ class Document {
 
   // Reads a drawing. On failure returns null and sets `error` to a message that names the file and,
   // for malformed content, the line ("plan.dxf: line 17: group code \"1x\" is not a number").
-  static std::unique_ptr<Document> load(const std::filesystem::path& path, std::string& error);
+  // With `repairs` a damaged drawing is recovered instead (see recover()).
+  static std::unique_ptr<Document> load(const std::filesystem::path& path, std::string& error,
+                                        std::vector<std::string>* repairs = nullptr);
 
   // The same from bytes in memory; `name` stands for the file in messages.
-  static std::unique_ptr<Document> parse(std::string bytes, std::string_view name, std::string& error);
+  static std::unique_ptr<Document> parse(std::string bytes, std::string_view name, std::string& error,
+                                         std::vector<std::string>* repairs = nullptr);
+
+  // Opens a damaged drawing as far as it can be repaired: lines and tags that cannot be read are skipped,
+  // what the file leaves open is closed, misplaced records and variables are moved where they belong or
+  // dropped, repeated sections merged, and records with an empty, unreadable or duplicate handle get a
+  // fresh one. `repairs` gets one line per kind of repair with its count ("missing ENDSEC added: 1"),
+  // empty when the drawing needed none. The file itself is left as it is. Fails (with `error`) where no
+  // drawing can be found in the file at all.
+  static std::unique_ptr<Document> recover(const std::filesystem::path& path, std::string& error,
+                                           std::vector<std::string>& repairs) {
+    return load(path, error, &repairs);
+  }
 
   // Writes the drawing atomically: a temporary file beside `path`, flushed to disk, then renamed over it.
   // On failure returns false with `error` set; `path` is then untouched and no temporary is left behind.
@@ -60,8 +76,9 @@ class Document {
   std::string bytes() const;
 
   Version version() const { return version_; }
-  std::string_view versionCode() const;  // "AC1009" ... "AC1032"
-  bool hasHandles() const;               // R13 and later always; R12 with $HANDSEED and $HANDLING on
+  bool isBinary() const;  // read from (and saved as) binary DXF
+  std::string_view versionCode() const;  // "AC1002" ... "AC1032"
+  bool hasHandles() const;  // R13 and later always; older versions with $HANDSEED and $HANDLING on
 
   // Text conversion in this drawing's encoding (see the top of this file).
   std::string decode(std::string_view raw) const;
@@ -136,6 +153,7 @@ class Document {
   Document();
   // The named table (LTYPE or LAYER), added empty with its TABLES section where the file has none.
   Table& ensureTable(std::string_view name);
+  void repairHandles(RepairLog& repairs);
 
   struct Impl;
   std::unique_ptr<Impl> impl_;

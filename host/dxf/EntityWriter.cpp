@@ -54,7 +54,15 @@ bool ownSource(const Entity& e, std::string_view& own) {
   return true;
 }
 
-void writeOwnTags(Sink& out, const Entity& e, std::string_view eol) {
+void writeOwnTags(Sink& out, const Entity& e, const TagStyle& style) {
+  if (style.binary) {
+    std::string bytes;
+    appendBinaryTag(bytes, 0, e.type, *style.binary);
+    for (std::size_t i = 0; i < e.tags.size(); ++i) appendBinaryTag(bytes, e.tags.code(i), e.tags.text(i), *style.binary);
+    out.write(bytes);
+    return;
+  }
+  const std::string_view eol = style.eol;
   std::string_view zero = "  0";
   if (!e.source.empty()) {
     // Keep the spelling of the 0 code line the record had.
@@ -71,11 +79,18 @@ void writeOwnTags(Sink& out, const Entity& e, std::string_view eol) {
   }
 }
 
+// A child that recovery made (a missing SEQEND) has no bytes in the file: its parent's bytes lack it.
+bool hasMadeChild(const Entity& e) {
+  for (const Entity& c : e.children)
+    if (c.source.empty()) return true;
+  return false;
+}
+
 }  // namespace
 
-void writeEntity(Sink& out, const Entity& entity, std::string_view eol) {
+void writeEntity(Sink& out, const Entity& entity, const TagStyle& style) {
   if (entity.erased) return;
-  if (!entity.source.empty() && !entity.modified()) {
+  if (!entity.source.empty() && !entity.modified() && !hasMadeChild(entity)) {
     out.write(entity.source);
     return;
   }
@@ -83,8 +98,8 @@ void writeEntity(Sink& out, const Entity& entity, std::string_view eol) {
   if (ownSource(entity, own))
     out.write(own);
   else
-    writeOwnTags(out, entity, eol);
-  for (const Entity& child : entity.children) writeEntity(out, child, eol);
+    writeOwnTags(out, entity, style);
+  for (const Entity& child : entity.children) writeEntity(out, child, style);
 }
 
 }  // namespace dxf

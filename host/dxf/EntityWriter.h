@@ -3,9 +3,11 @@
 // write it, for a tag the program made).
 #pragma once
 
+#include "host/dxf/BinaryTags.h"
 #include "host/dxf/Entity.h"
 
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -55,7 +57,14 @@ class Sink {
   std::size_t used_ = 0;
 };
 
+// How the tags the program wrote are spelled: in the text form with the file's line ending, or in the
+// binary form with the file's width of group codes.
+struct TagStyle {
+  std::string eol = "\n";
+  std::optional<CodeWidth> binary;
+};
+
 // Writes the entity with its children; an erased entity writes nothing.
-void writeEntity(Sink& out, const Entity& entity, std::string_view eol);
+void writeEntity(Sink& out, const Entity& entity, const TagStyle& style);
 
 }  // namespace dxf

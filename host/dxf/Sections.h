@@ -4,8 +4,10 @@
 // (CLASSES, OBJECTS, THUMBNAILIMAGE, ACDSDATA, anything unknown) is a plain run of records.
 #pragma once
 
+#include "host/dxf/BinaryTags.h"
 #include "host/dxf/Entity.h"
 #include "host/dxf/EntityWriter.h"
+#include "host/dxf/RepairLog.h"
 #include "host/dxf/TagReader.h"
 #include "host/dxf/Tables.h"
 
@@ -44,11 +46,20 @@ struct Drawing {
   std::list<Section> sections;
   Entity eof;
   std::string_view tail;  // bytes after the EOF line
-  std::string eol = "\n";  // the line ending the file uses, for lines the program writes
+  TagStyle style;         // how the file spells tags, for the records the program writes
 };
 
-// Reads the whole drawing; on failure the reader carries the message with its line number.
-bool readDrawing(TagReader& reader, std::string_view buffer, Drawing& drawing);
+// Reads the whole drawing; on failure the reader carries the message with its line number (byte offset
+// in a binary file). With `repairs` the reader recovers a damaged drawing instead of failing: it closes
+// what the file leaves open (sections, tables, blocks, polylines, the file itself), gives table entries
+// without their table a table, moves header variables and entities found outside a section where they
+// belong, merges repeated sections into the first, drops what has no place, and notes each repair.
+bool readDrawing(TagReader& reader, std::string_view buffer, Drawing& drawing, RepairLog* repairs = nullptr);
+bool readDrawing(BinaryTagReader& reader, std::string_view buffer, Drawing& drawing, RepairLog* repairs = nullptr);
+
+// The name of the first section that a drawing holds twice; empty when there is none. A reader that
+// knows no recovery sees only the first of them, so such a file is damaged.
+std::string_view repeatedSection(const Drawing& drawing);
 
 void writeDrawing(Sink& out, const Drawing& drawing);
 

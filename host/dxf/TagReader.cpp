@@ -45,16 +45,21 @@ ValueKind valueKind(int code) {
 
 std::optional<std::string> refuseFormat(std::string_view bytes) {
   if (bytes.empty()) return "the file is empty";
-  constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
-  if (bytes.substr(0, kBinarySentinel.size()) == kBinarySentinel)
-    return "this is a binary DXF file; only ASCII DXF can be read (save the drawing as ASCII DXF)";
   if (bytes.size() >= 6 && bytes.substr(0, 4) == "AC10")
     return "this is a DWG drawing, not DXF; export it as ASCII DXF";
   if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos) return "the file is empty";
+  // AutoCAD 1.x wrote its drawing interchange files as keyword lines such as "EXTENTS,1", before
+  // group codes existed.
+  const std::string_view first = bytes.substr(0, bytes.find_first_of("\r\n"));
+  const std::size_t comma = first.find(',');
+  if (comma != std::string_view::npos && comma > 0 &&
+      first.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") == comma && first.substr(comma + 1) == "1")
+    return "this is an AutoCAD 1.x interchange file from before DXF group codes; it cannot be read";
   return std::nullopt;
 }
 
-TagReader::TagReader(std::string_view buffer, std::size_t from) : buffer_(buffer), pos_(from) {
+TagReader::TagReader(std::string_view buffer, std::size_t from, RepairLog* repairs)
+    : buffer_(buffer), pos_(from), repairs_(repairs) {
   // Text has no NUL bytes; finding the first once spares a search in every line.
   const void* nul = std::memchr(buffer.data(), '\0', buffer.size());
   firstNul_ = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - buffer.data()) : buffer.size();
@@ -90,8 +95,8 @@ const char* findNewline(const char* p, const char* end) {
 
 }  // namespace
 
-bool TagReader::nextLine(std::string_view& out) {
-  if (pos_ >= buffer_.size()) return false;
+TagReader::Line TagReader::nextLine(std::string_view& out) {
+  if (pos_ >= buffer_.size()) return Line::End;
   const char* begin = buffer_.data() + pos_;
   const char* end = buffer_.data() + buffer_.size();
   const char* p = findNewline(begin, end);
@@ -99,15 +104,25 @@ bool TagReader::nextLine(std::string_view& out) {
   pos_ += p == end ? length : length + 1;
   if (length > 0 && begin[length - 1] == '\r') --length;
   out = {begin, length};
+  const std::size_t number = line_++;
   if (length > kMaxLineLength) {
-    fail(line_, "the line is longer than " + std::to_string(kMaxLineLength) + " bytes");
-    return false;
+    if (!repairs_) fail(number, "the line is longer than " + std::to_string(kMaxLineLength) + " bytes");
+    return Line::Bad;
   }
   if (firstNul_ >= static_cast<std::size_t>(begin - buffer_.data()) && firstNul_ < pos_) {
-    fail(line_, "the line holds a NUL byte; this is not a text DXF file");
+    if (!repairs_) fail(number, "the line holds a NUL byte; this is not a text DXF file");
+    return Line::Bad;
+  }
+  return Line::Ok;
+}
+
+bool TagReader::skip(std::size_t line, std::string_view repair, std::string_view message, std::size_t lines) {
+  if (!repairs_) {
+    fail(line, message);
     return false;
   }
-  ++line_;
+  repairs_->note(repair);
+  skipped_ += lines;
   return true;
 }
 
@@ -174,33 +189,63 @@ std::string quoted(std::string_view s) {
 
 bool TagReader::read() {
   RawTag& t = current_;
-  t.start = buffer_.data() + pos_;
-  t.line = line_;
-  if (!nextLine(t.codeText)) return false;
-  const std::optional<int> code = parseCode(t.codeText);
-  if (!code) {
-    fail(t.line, "group code " + quoted(t.codeText) + " is not a number");
-    return false;
+  for (;;) {
+    t.start = buffer_.data() + pos_;
+    t.line = line_;
+    const Line codeLine = nextLine(t.codeText);
+    if (codeLine == Line::End) return false;
+    if (codeLine == Line::Bad) {
+      if (skip(t.line, "unreadable lines skipped", {}, 1)) continue;
+      return false;
+    }
+    const std::optional<int> code = parseCode(t.codeText);
+    if (!code) {
+      if (skip(t.line, "lines without a group code skipped", "group code " + quoted(t.codeText) + " is not a number", 1))
+        continue;
+      return false;
+    }
+    t.code = *code;
+    const ValueKind kind = valueKind(t.code);
+    const Line valueLine = nextLine(t.text);
+    if (valueLine == Line::End) {
+      if (failed()) return false;
+      if (repairs_) {
+        repairs_->note("group code without its value at the end dropped");
+        ++skipped_;
+        return false;
+      }
+      fail(t.line, "the file ends after group code " + std::to_string(t.code) + " without its value");
+      return false;
+    }
+    if (repairs_ && pos_ >= buffer_.size() && buffer_.back() != '\n' && !(t.code == 0 && trimBlanks(t.text) == "EOF")) {
+      // A file cut off in the middle of its last value: what is left of the value is not what was there.
+      repairs_->note("tag cut off at the end dropped");
+      ++skipped_;
+      return false;
+    }
+    if (kind == ValueKind::Unknown) {
+      if (skip(t.line, "tags with an unknown group code dropped", "unknown group code " + std::to_string(t.code), 2))
+        continue;
+      return false;
+    }
+    if (valueLine == Line::Bad) {
+      if (skip(t.line + 1, "tags with an unreadable value dropped", {}, 2)) continue;
+      return false;
+    }
+    if (kind == ValueKind::Real && !isReal(t.text)) {
+      if (skip(t.line + 1, "tags whose value is no number dropped",
+               quoted(t.text) + " is not a number (group code " + std::to_string(t.code) + ")", 2))
+        continue;
+      return false;
+    }
+    if (kind == ValueKind::Integer && !isInteger(t.text)) {
+      if (skip(t.line + 1, "tags whose value is no number dropped",
+               quoted(t.text) + " is not an integer (group code " + std::to_string(t.code) + ")", 2))
+        continue;
+      return false;
+    }
+    return true;
   }
-  t.code = *code;
-  const ValueKind kind = valueKind(t.code);
-  if (kind == ValueKind::Unknown) {
-    fail(t.line, "unknown group code " + std::to_string(t.code));
-    return false;
-  }
-  if (!nextLine(t.text)) {
-    if (!failed()) fail(t.line, "the file ends after group code " + std::to_string(t.code) + " without its value");
-    return false;
-  }
-  if (kind == ValueKind::Real && !isReal(t.text)) {
-    fail(t.line + 1, quoted(t.text) + " is not a number (group code " + std::to_string(t.code) + ")");
-    return false;
-  }
-  if (kind == ValueKind::Integer && !isInteger(t.text)) {
-    fail(t.line + 1, quoted(t.text) + " is not an integer (group code " + std::to_string(t.code) + ")");
-    return false;
-  }
-  return true;
 }
 
 const RawTag* TagReader::peek() {

@@ -3,6 +3,8 @@
 // number must be one. Errors name the line, so that a user can find the fault in a text editor.
 #pragma once
 
+#include "host/dxf/RepairLog.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -34,7 +36,10 @@ std::optional<std::string> refuseFormat(std::string_view bytes);
 class TagReader {
  public:
   // `from` skips a leading byte order mark or the like; lines are still counted from the file's start.
-  explicit TagReader(std::string_view buffer, std::size_t from = 0);
+  // With `repairs` the reader recovers instead of failing: it skips lines that hold no group code (or are
+  // too long, or hold NUL bytes), drops tags with an unknown code or a value that is no number, and
+  // notes each of these repairs.
+  explicit TagReader(std::string_view buffer, std::size_t from = 0, RepairLog* repairs = nullptr);
 
   // The tag at the current position, read on demand; nothing at the end of the buffer or after an error.
   const RawTag* peek();
@@ -50,10 +55,17 @@ class TagReader {
   // Records an error found by a layer above at the given line.
   void fail(std::size_t line, std::string_view message);
 
+  // How many lines recovery skipped so far: a record whose bytes hold one is no longer its file text.
+  std::size_t skipped() const { return skipped_; }
+
  private:
-  // The next line without its ending; false at the end of the buffer or when the line is too long.
-  bool nextLine(std::string_view& out);
+  enum class Line { Ok, End, Bad };
+  // The next line without its ending; Bad when the line is too long or holds a NUL byte (then the
+  // reader has failed unless it recovers).
+  Line nextLine(std::string_view& out);
   bool read();
+  // In recovery notes the repair and answers true; otherwise fails at `line` and answers false.
+  bool skip(std::size_t line, std::string_view repair, std::string_view message, std::size_t lines);
 
   std::string_view buffer_;
   std::size_t pos_ = 0;
@@ -62,6 +74,8 @@ class TagReader {
   RawTag current_;
   bool ready_ = false;
   std::string error_;
+  RepairLog* repairs_;
+  std::size_t skipped_ = 0;
 };
 
 }  // namespace dxf

@@ -26,6 +26,7 @@ TypeTransform transformFor(std::string_view type) {
       {"HATCH", transformHatch},         {"DIMENSION", transformDimension},   {"ELLIPSE", transformEllipse},
       {"SPLINE", transformSpline},       {"LEADER", transformLeader},         {"RAY", transformRay},
       {"XLINE", transformRay},           {"ATTDEF", transformText},           {"ATTRIB", transformText},
+      {"3DLINE", transformLine},  // R10 and older: a line in space
   };
   for (const Entry& e : kTable)
     if (e.type == type) return e.fn;

@@ -1,7 +1,10 @@
 // cadhost: the reference CAD host. Opens a drawing, loads the module, and runs the command line from a
 // script (or from standard input); the window front end is not part of this program yet.
 //
-//   cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless]
+//   cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless] [--recover]
+//
+// --recover opens a damaged drawing as far as it can be repaired and lists the repairs; the damaged file
+// is written only when the script or --save saves the drawing there.
 //
 // A failing run exits with status 1 (2 for a wrong command line) and never writes the drawing.
 #include "host/Transcript.h"
@@ -28,7 +31,8 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless]\n";
+    "usage: cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless]"
+    " [--recover]\n";
 constexpr const char* kDefaultModule = "ViraCadtoolsV10.so";
 
 struct Options {
@@ -38,6 +42,7 @@ struct Options {
   std::optional<std::string> module;
   bool trace = false;
   bool headless = false;
+  bool recover = false;
 };
 
 bool parseArguments(int argc, char** argv, Options& options, std::string& error) {
@@ -67,6 +72,8 @@ bool parseArguments(int argc, char** argv, Options& options, std::string& error)
       options.trace = true;
     } else if (a == "--headless") {
       options.headless = true;
+    } else if (a == "--recover") {
+      options.recover = true;
     } else if (a.starts_with("--") || (a.starts_with("-") && a != "-")) {
       error = "unknown option " + a;
       return false;
@@ -89,6 +96,27 @@ std::string defaultModule() {
   return std::filesystem::exists(candidate, ec) ? candidate.string() : std::string();
 }
 
+// Opens the drawing, recovering it when asked; a damaged drawing that recovery would open gets a hint.
+bool openDrawing(const Options& options, std::string& error) {
+  const std::string& path = options.drawing;
+  if (!options.recover) {
+    if (host::openDrawing(path, error)) return true;
+    if (error.empty()) error = "cannot open " + path;
+    if (host::drawingIsRecoverable(path))
+      error += "\ncadhost: the drawing is damaged; cadhost --recover opens it and lists what it repairs";
+    return false;
+  }
+  std::vector<std::string> repairs;
+  if (!host::recoverDrawing(path, repairs, error)) {
+    if (error.empty()) error = "cannot recover " + path;
+    return false;
+  }
+  std::string report = "Recovered " + path + (repairs.empty() ? ": nothing needed repair\n" : ":\n");
+  for (const std::string& line : repairs) report += "  " + line + "\n";
+  host::transcriptWrite(report);
+  return true;
+}
+
 int fail(const std::string& message) {
   std::cerr << "cadhost: " << message << "\n";
   host::runtime::unloadAllModules();
@@ -108,8 +136,7 @@ int runCadhost(int argc, char** argv) {
   if (!options.headless && !options.script && std::getenv("DISPLAY"))
     host::trace("no window front end in this build: running headless");
 
-  if (!options.drawing.empty() && !host::openDrawing(options.drawing, error))
-    return fail(error.empty() ? "cannot open " + options.drawing : error);
+  if (!options.drawing.empty() && !openDrawing(options, error)) return fail(error);
 
   std::string module = options.module ? *options.module : defaultModule();
   if (module.empty())
