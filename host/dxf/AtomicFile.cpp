@@ -158,7 +158,46 @@ bool replaceFileAtomically(const std::filesystem::path& requested, const std::fu
   leaf += target.filename().string();
   std::string tmp;
   bool named = false;
+  // Fills the open temporary and flushes it: 0 or the errno of the failure.
+  auto fill = [&](int fd) {
+    if (::fchmod(fd, mode) != 0) return errno;
+    int err = 0;
+    try {
+      err = write(fd);
+    } catch (...) {  // out of memory while the drawing was put together
+      ::close(fd);
+      if (named) ::unlink(tmp.c_str());
+      gTemporaryNamed = 0;
+      throw;
+    }
+    if (err == 0 && ::fsync(fd) != 0) err = errno;
+    return err;
+  };
+
+  int err = 0;
   int fd = openUnnamed(dir);
+  if (fd >= 0) {
+    err = fill(fd);
+    // The complete unnamed file gets a name only now, right before it replaces the target.
+    bool linkFailed = false;
+    for (int attempt = 0; err == 0 && !named && !linkFailed; ++attempt) {
+      tmp = (dir / (leaf + "." + std::to_string(::getpid()) + "-" + std::to_string(attempt))).string();
+      if (!announce(tmp)) {
+        err = ENAMETOOLONG;
+        break;
+      }
+      gTemporaryNamed = 1;
+      if (linkUnnamed(fd, tmp)) {
+        named = true;
+      } else {
+        gTemporaryNamed = 0;
+        linkFailed = errno != EEXIST || attempt >= 100;
+      }
+    }
+    if (::close(fd) != 0 && err == 0 && !linkFailed) err = errno;
+    // Without /proc nor the right to link by descriptor, the drawing is written again, the named way.
+    if (linkFailed) fd = -1;
+  }
   if (fd < 0) {
     tmp = (dir / (leaf + ".XXXXXX")).string();
     if (!announce(tmp)) {
@@ -173,37 +212,9 @@ bool replaceFileAtomically(const std::filesystem::path& requested, const std::fu
     gTemporaryNamed = 1;
     tmp = gTemporary;
     named = true;
+    err = fill(fd);
+    if (::close(fd) != 0 && err == 0) err = errno;
   }
-
-  int err = 0;
-  if (::fchmod(fd, mode) != 0) err = errno;
-  if (err == 0) {
-    try {
-      err = write(fd);
-    } catch (...) {  // out of memory while the drawing was put together
-      ::close(fd);
-      if (named) ::unlink(tmp.c_str());
-      gTemporaryNamed = 0;
-      throw;
-    }
-  }
-  if (err == 0 && ::fsync(fd) != 0) err = errno;
-  // The complete unnamed file gets a name only now, right before it replaces the target.
-  for (int attempt = 0; err == 0 && !named; ++attempt) {
-    tmp = (dir / (leaf + "." + std::to_string(::getpid()) + "-" + std::to_string(attempt))).string();
-    if (!announce(tmp)) {
-      err = ENAMETOOLONG;
-    } else {
-      gTemporaryNamed = 1;
-      if (linkUnnamed(fd, tmp)) {
-        named = true;
-      } else {
-        gTemporaryNamed = 0;
-        if (errno != EEXIST || attempt >= 100) err = errno;
-      }
-    }
-  }
-  if (::close(fd) != 0 && err == 0) err = errno;
   if (err == 0 && ::rename(tmp.c_str(), finalName.c_str()) != 0) err = errno;
   if (err != 0 && named) ::unlink(tmp.c_str());
   gTemporaryNamed = 0;
