@@ -89,6 +89,25 @@ const ::ui::MenuItem* findEntry(const std::vector<::ui::MenuItem>& items, int id
   return nullptr;
 }
 
+// The entries of a menu as the user sees them: "[menu] "TEXT" ...", a greyed one followed by "disabled".
+std::string menuLine(const std::vector<::ui::MenuItem>& items) {
+  std::string line = "[menu]";
+  std::vector<const ::ui::MenuItem*> pending;
+  for (auto it = items.rbegin(); it != items.rend(); ++it) pending.push_back(&*it);
+  while (!pending.empty()) {
+    const ::ui::MenuItem* item = pending.back();
+    pending.pop_back();
+    if (!item->popup.empty()) {
+      for (auto it = item->popup.rbegin(); it != item->popup.rend(); ++it) pending.push_back(&*it);
+      continue;
+    }
+    if (item->text.empty()) continue;  // separator
+    line += " \"" + escapeForTranscript(item->text) + "\"";
+    if ((item->flags & (MF_GRAYED | MF_DISABLED)) != 0) line += " disabled";
+  }
+  return line;
+}
+
 }  // namespace
 
 std::string escapeForTranscript(const std::wstring& text) { return escapeLineBreaks(toUtf8(text)); }
@@ -181,6 +200,7 @@ int HeadlessUi::trackPopupMenu(const std::vector<::ui::MenuItem>& items, CWnd*) 
     return 0;
   }
   menuOutcome_ = std::nullopt;
+  transcriptWrite(menuLine(items) + " -> \"" + escapeForTranscript(entry->text) + "\"\n");
   return id;
 }
 

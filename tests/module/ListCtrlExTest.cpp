@@ -224,9 +224,15 @@ TEST_F(ListCtrlExTest, SeparatedFilesEndEveryFieldAndLeaveOutFailingCells) {
 
 TEST_F(ListCtrlExTest, InPlaceEditorKeepsReturnAndEscapeFromTheDialog) {
   struct EditableList : TestList {
-    int GetCellEditKind(int, int column) override { return column == 0 ? kEditText : kEditNone; }
-    bool SetCellText(int row, int, const std::wstring& text) override {
-      static_cast<Row*>(RowData(row))->name = text;
+    int GetCellEditKind(int, int column) override {
+      return column == 0 ? kEditText : column == 2 ? kEditChoice : kEditNone;
+    }
+    bool GetCellChoices(int, int, std::vector<std::wstring>& choices) override {
+      choices = {L"Grenzpunkt", L"Festpunkt", L"Gebäude"};
+      return true;
+    }
+    bool SetCellText(int row, int column, const std::wstring& text) override {
+      (column == 0 ? static_cast<Row*>(RowData(row))->name : static_cast<Row*>(RowData(row))->extra) = text;
       return true;
     }
   };
@@ -254,6 +260,24 @@ TEST_F(ListCtrlExTest, InPlaceEditorKeepsReturnAndEscapeFromTheDialog) {
   EXPECT_NE(dialog_.GetSafeHwnd(), nullptr);  // Escape did not cancel the dialog
   list.EditCell(0, 1);  // not editable
   EXPECT_EQ(list.Editor(), nullptr);
+
+  // A drop-down cell opens on its current value; choosing an entry takes it, Escape keeps the old one.
+  list.rows[0].extra = L"Festpunkt";
+  list.EditCell(0, 2);
+  ASSERT_NE(list.Editor(), nullptr);
+  EXPECT_EQ(list.Editor()->GetWindowText(), L"Festpunkt");
+  host::ui::chooseEntry(*list.Editor(), 2);
+  EXPECT_EQ(list.Editor(), nullptr);
+  EXPECT_EQ(list.rows[0].extra, L"Gebäude");
+  list.EditCell(0, 2);
+  host::ui::pressKey(*list.Editor(), VK_ESCAPE, 0, 0);
+  EXPECT_EQ(list.rows[0].extra, L"Gebäude");
+  // Clicking elsewhere while editing keeps what was typed.
+  list.EditCell(1, 0);
+  host::ui::typeText(*list.Editor(), L"West");
+  dialog_.GetDlgItem(IDC_NEXT_NUMBER)->SetFocus();
+  EXPECT_EQ(list.Editor(), nullptr);
+  EXPECT_EQ(list.rows[1].name, L"West");
 }
 
 TEST(CommonControlsTest, AnOutdatedListControlEndsTheProcessUnlessIgnored) {
