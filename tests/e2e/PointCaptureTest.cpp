@@ -45,14 +45,12 @@ class PointCaptureTest : public CadhostTest {
  protected:
   void SetUp() override {
     CadhostTest::SetUp();
-    config_.emplace("XDG_CONFIG_HOME", (dir_ / "config").string());
     tmp_.emplace("TMP", dir_.string());
     locale_.emplace("LC_ALL", "C");
   }
   void TearDown() override {
     locale_.reset();
     tmp_.reset();
-    config_.reset();
     CadhostTest::TearDown();
   }
   std::string file(const std::string& name) const { return (dir_ / name).string(); }
@@ -64,11 +62,11 @@ class PointCaptureTest : public CadhostTest {
     return transcript.substr(at + 13, end - at - 13);
   }
   void writeSetting(const std::string& text) {
-    fs::create_directories(dir_ / "config" / "TRELLANOVA 10");
-    std::ofstream(dir_ / "config" / "TRELLANOVA 10" / "registry.ini") << text;
+    fs::create_directories(configHome() / "TRELLANOVA 10");
+    std::ofstream(configHome() / "TRELLANOVA 10" / "registry.ini") << text;
   }
 
-  std::optional<ScopedEnv> config_, tmp_, locale_;
+  std::optional<ScopedEnv> tmp_, locale_;
 };
 
 TEST_F(PointCaptureTest, ClicksBecomeNamedRowsSavedAsCsvAndText) {
@@ -174,6 +172,24 @@ TEST_F(PointCaptureTest, SortByHeaderAndMenuDeleteAskingAndFitTheColumns) {
             "  header \"Name\" \"X\" \"Y\" \"Z\" sorted 3 descending\n"
             "  row 0 \"P3\" \"2.00000000000\" \"20.00000000000\" \"200.00000000000\"\n");
   EXPECT_THAT(run.out, HasSubstr(kFileDialog + "cancel\nPunkt [Abbrechen]: cancel\n"));
+}
+
+TEST_F(PointCaptureTest, ListsSpeakTheUsersLanguage) {
+  const std::string script = "_ViraPtPick\n1,1\n2,2\n@dialog 4001 select 4000 1\n@answer message yes\n"
+                             "@dialog 4001 menu 4000 1 0 7\n@dialog 4001 dump\n@esc\n";
+  HostRun run = cadhost(script);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_THAT(run.out, HasSubstr("[menu] \"Spalte aufsteigend sortieren\" \"Spalte absteigend sortieren\" "
+                                 "\"Microsoft Excel...\" \"Drucken\" \"Löschen\" -> \"Löschen\"\n"
+                                 "[message] \"Selektierte Daten löschen?\" (yes/no) -> yes\n"));
+  setLanguage("ENG");
+  run = cadhost(script);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_THAT(run.out, HasSubstr("[menu] \"Sort Column ascending\" \"Sort Column descending\" "
+                                 "\"Microsoft Excel...\" \"Print\" \"Delete\" -> \"Delete\"\n"
+                                 "[message] \"Delete Selected Data?\" (yes/no) -> yes\n"));
+  EXPECT_THAT(listOf(run.out), HasSubstr("row 0 \"1\""));
+  EXPECT_THAT(listOf(run.out), Not(HasSubstr("row 1")));
 }
 
 TEST_F(PointCaptureTest, EveryWayOutEndsTheCaptureOnce) {
