@@ -46,6 +46,7 @@ void CDlgPickPoints::DoDataExchange(CDataExchange* dx) {
 bool CDlgPickPoints::OnInitDialog() {
   CDialog::OnInitDialog();
   m_list.Setup(&m_points, {eKoRWName, eKoRWX, eKoRWY, eKoRWZ});
+  m_renameWatch.AttachTo(&m_points.Notifier());
   return true;
 }
 

@@ -51,11 +51,24 @@ class CDlgPickPoints : public CDialog {
   // OK, Cancel and Escape: save if confirmed and needed, end the capture prompt, destroy the dialog.
   void CloseDialog();
 
+  // A point renamed in the list makes the saved file stale, as a new point does.
+  class RenameWatch : public KoObserver {
+   public:
+    explicit RenameWatch(CDlgPickPoints& dialog) : m_dialog(dialog) {}
+    void Update(const KoEvent& event) override {
+      if (event.code == eKoEventChanged) m_dialog.m_unsaved = true;
+    }
+
+   private:
+    CDlgPickPoints& m_dialog;
+  };
+
   CCoordListCtrl m_list;
   std::wstring m_nextNumber = L"1";
   KoPointList m_points;
   bool m_unsaved = false;
   bool m_confirmed = false;
+  RenameWatch m_renameWatch{*this};
 
   static CDlgPickPoints* s_instance;
 };

@@ -72,7 +72,10 @@ class PointCaptureTest : public CadhostTest {
 TEST_F(PointCaptureTest, ClicksBecomeNamedRowsSavedAsCsvAndText) {
   HostRun run = cadhost("_ViraPtPick\n@dialog 4001 set 4001 P1\n4500000.125,5600000.25,98.5\n-1.5,2,0\n10,20\n"
                         "@dialog 4001 dump\n@answer file " + file("punkte.csv") + "\n@dialog 4001 click 4002\n"
-                        "@answer file " + file("punkte.TXT") + "\n@dialog 4001 click 4002\n@dialog 4001 click 1\n");
+                        "@answer file " + file("punkte.TXT") + "\n@dialog 4001 click 4002\n"
+                        "# renaming a saved point in place makes OK save again\n"
+                        "@dialog 4001 select 4000 1\n@dialog 4001 key 4000 F2\n@dialog 4001 set 32513 Nord 2\n"
+                        "@dialog 4001 key 32513 Return\n@answer file " + file("neu.csv") + "\n@dialog 4001 click 1\n");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out,
             "Command: _ViraPtPick\n"
@@ -91,9 +94,10 @@ TEST_F(PointCaptureTest, ClicksBecomeNamedRowsSavedAsCsvAndText) {
             "4002 button \"Speichern als...\"\n"
             "1 button \"OK\"\n" +
                 kFileDialog + file("punkte.csv") + "\n" + kFileDialog + file("punkte.TXT") +
-                "\n"
-                // Everything is saved: OK closes without asking for a file.
-                "Punkt [Abbrechen]: cancel\n");
+                "\n" + kFileDialog + file("neu.csv") + "\nPunkt [Abbrechen]: cancel\n");
+  EXPECT_EQ(slurp(file("neu.csv")),
+            "P1,4500000.1250000,5600000.2500000,98.5000000,\nNord 2,-1.5000000,2.0000000,0.0000000,\n"
+            "P3,10.0000000,20.0000000,0.0000000,\n");
   EXPECT_EQ(slurp(file("punkte.csv")),
             "P1,4500000.1250000,5600000.2500000,98.5000000,\nP2,-1.5000000,2.0000000,0.0000000,\n"
             "P3,10.0000000,20.0000000,0.0000000,\n");
@@ -198,6 +202,8 @@ TEST_F(PointCaptureTest, EveryWayOutEndsTheCaptureOnce) {
                         "_ViraPtPick\n3,3\ncancel\n"
                         "_ViraPtPick\n4,4\n\n"
                         "_ViraPtPick\n5,5\n@answer file cancel\n@dialog 4001 click 1\n"  // OK offers to save
+                        "_ViraPtPick\n6,6\n@answer file " + file("p.csv") + "\n@dialog 4001 click 4002\n"
+                        "@dialog 4001 click 1\n"  // saved already: no question
                         "_ViraPtPick\n@dialog 4001 click 1\n");  // nothing to save: no question
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out.substr(run.out.find("Punkt [Abbrechen]: 2,2")),
@@ -205,7 +211,9 @@ TEST_F(PointCaptureTest, EveryWayOutEndsTheCaptureOnce) {
             "Command: _ViraPtPick\nPunkt [Abbrechen]: 3,3\nPunkt [Abbrechen]: cancel\n"
             "Command: _ViraPtPick\nPunkt [Abbrechen]: 4,4\nPunkt [Abbrechen]: \n"
             "Command: _ViraPtPick\nPunkt [Abbrechen]: 5,5\n" + kFileDialog + "cancel\nPunkt [Abbrechen]: cancel\n"
-            "Command: _ViraPtPick\nPunkt [Abbrechen]: cancel\n");
+            "Command: _ViraPtPick\nPunkt [Abbrechen]: 6,6\n" + kFileDialog + file("p.csv") +
+                "\nPunkt [Abbrechen]: cancel\n"
+                "Command: _ViraPtPick\nPunkt [Abbrechen]: cancel\n");
   // A new dialog starts at 1 with an empty list.
   EXPECT_THAT(run.out, HasSubstr("4000 list \"\"\n  header \"Name\" \"X\" \"Y\" \"Z\"\n-1 static"));
   EXPECT_THAT(run.out, HasSubstr("4001 edit \"1\"\n"));
