@@ -77,11 +77,14 @@ void CListCtrlEx::PreSubclassWindow() {
 void CListCtrlEx::OnDestroy() {
   if (m_editor != nullptr) EndEdit(false);
   CListCtrl::OnDestroy();
-  if (!m_keepOnDestroy) {
-    OnDestroyList();
-    m_rows.clear();
-    m_selection.clear();
-  }
+}
+
+void CListCtrlEx::PostNcDestroy() {
+  if (m_keepOnDestroy) return;
+  OnDestroyList();
+  m_rows.clear();
+  m_selection.clear();
+  CListCtrl::PostNcDestroy();
 }
 
 int CListCtrlEx::InsertColumnsFromHeaders() {

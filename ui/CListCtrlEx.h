@@ -154,6 +154,8 @@ class CListCtrlEx : public CListCtrl {
   bool OnCommand(int id, int code) override;
   bool PreTranslateKeyDown(CWnd& target, unsigned key, unsigned modifiers) override;
   void OnDestroy() override;
+  // After the window is gone: OnDestroyList and the clean-up, unless the keep flag says the rows stay.
+  void PostNcDestroy() override;
 
   // Sets the window's row count to the rows held, without scrolling.
   void UpdateRowCount();
