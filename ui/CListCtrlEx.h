@@ -137,6 +137,8 @@ class CListCtrlEx : public CListCtrl {
   using LanguageTest = bool (*)();
   using ResourceSource = ui::ResourceHandle (*)();
   static void SetLanguage(LanguageTest isGerman, ResourceSource resources);
+  static LanguageTest GetLanguageTest();
+  static ResourceSource GetResourceSource();
   static bool LanguageIsGerman();
   // Runs the list-control version check once per process.
   static void CheckCommonControls();

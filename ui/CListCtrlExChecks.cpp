@@ -31,6 +31,9 @@ void CListCtrlEx::SetLanguage(LanguageTest isGerman, ResourceSource resources) {
   gResources = resources;
 }
 
+CListCtrlEx::LanguageTest CListCtrlEx::GetLanguageTest() { return gIsGerman; }
+CListCtrlEx::ResourceSource CListCtrlEx::GetResourceSource() { return gResources; }
+
 bool CListCtrlEx::LanguageIsGerman() { return gIsGerman == nullptr || gIsGerman(); }
 
 void CListCtrlEx::CheckCommonControls() {

@@ -9,10 +9,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <random>
 #include <sstream>
 
 #include "app/ViraResourceIds.h"
+#include "app/ViraResources.h"
 #include "host/headless/UiHeadless.h"
 #include "host/ui/UserActions.h"
 #include "ui/ListQuickSort.h"
@@ -72,10 +74,25 @@ class TestList : public CListCtrlEx {
   }
 };
 
+// The lists speak German with the module's own resources while it lives, whatever language library an
+// earlier test of this process loaded.
+class GermanLists {
+ public:
+  GermanLists() : test_(CListCtrlEx::GetLanguageTest()), resources_(CListCtrlEx::GetResourceSource()) {
+    CListCtrlEx::SetLanguage([] { return true; }, ViraGermanResources);
+  }
+  ~GermanLists() { CListCtrlEx::SetLanguage(test_, resources_); }
+
+ private:
+  CListCtrlEx::LanguageTest test_;
+  CListCtrlEx::ResourceSource resources_;
+};
+
 class ListCtrlExTest : public ::testing::Test {
  protected:
   void SetUp() override {
     host::headless::HeadlessUi::instance().reset();
+    german_.emplace();
     ASSERT_TRUE(dialog_.Create(IDD_PICK_POINTS));
     ASSERT_TRUE(list_.SubclassDlgItem(IDC_POINT_LIST, &dialog_));
     list_.rows = {{L"P3", 3, L"@C", true, true}, {L"P1", 1, L"@C", false, true}, {L"P2", 2, L"b", false, true}};
@@ -85,6 +102,7 @@ class ListCtrlExTest : public ::testing::Test {
   void TearDown() override {
     dialog_.DestroyWindow();
     host::headless::HeadlessUi::instance().reset();
+    german_.reset();
   }
   template <typename Action>
   static std::string transcriptOf(Action action) {
@@ -102,6 +120,7 @@ class ListCtrlExTest : public ::testing::Test {
     return all.str();
   }
 
+  std::optional<GermanLists> german_;
   CDialog dialog_;
   TestList list_;
 };
@@ -281,6 +300,7 @@ TEST_F(ListCtrlExTest, InPlaceEditorKeepsReturnAndEscapeFromTheDialog) {
 }
 
 TEST(CommonControlsTest, AnOutdatedListControlEndsTheProcessUnlessIgnored) {
+  const GermanLists german;
   struct OldControls : host::headless::HeadlessUi {
     unsigned commonControlsVersion() override { return 4u * 65536u + 71u; }
   } old;
