@@ -1,10 +1,13 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <chrono>
+#include <functional>
 #include <thread>
 
 #include "host/headless/ScriptInput.h"
 #include "host/ui/UiThread.h"
+#include "sdk/ui/AfxThread.h"
 #include "sdk/ui/CFileDialog.h"
 #include "sdk/ui/CToolBar.h"
 #include "sdk/ui/MessageBox.h"
@@ -246,6 +249,44 @@ TEST_F(UiTest, FailureOfAWorkersMessageBoxStopsTheUiThreadAndReleasesTheWorker) 
   worker.join();
   EXPECT_TRUE(failed);
   EXPECT_EQ(answer, IDCANCEL);
+}
+
+// What a module's worker does in the two tests below: waits a little, then asks the UI thread for something.
+struct WorkerJob {
+  std::function<void()> work;
+};
+unsigned RunJob(void* job) {
+  std::this_thread::sleep_for(std::chrono::milliseconds(30));
+  static_cast<WorkerJob*>(job)->work();
+  return 1;
+}
+
+TEST_F(UiTest, WaitForIdleRunsTheWorkersCallsUntilTheWorkersHaveEnded) {
+  EXPECT_TRUE(host::headless::isUiScriptLine("@wait idle"));
+  EXPECT_EQ(fail("@wait"), "@wait needs dialog or idle: @wait dialog ID [MS], @wait idle [MS]");
+  EXPECT_EQ(fail("@wait idle soon"), "\"soon\" is not a number: @wait idle [MS]");
+  EXPECT_EQ(fail("@wait dialog"), "missing argument: @wait dialog ID [MS]");
+  run("@wait idle 10");  // nothing runs: over at once, and running out of time is no error either
+
+  run("@answer message yes");
+  int answer = 0;
+  WorkerJob job{[&] { answer = AfxMessageBox(L"Neue Version", MB_YESNO); }};
+  ASSERT_TRUE(AfxBeginThread(&RunJob, &job));
+  EXPECT_EQ(host::ui::runningWorkerThreads(), 1);
+  EXPECT_EQ(transcriptOf([] { run("@wait idle 5000"); }), "[message] \"Neue Version\" (yes/no) -> yes\n");
+  EXPECT_EQ(answer, IDYES);
+  EXPECT_EQ(host::ui::runningWorkerThreads(), 0);
+}
+
+TEST_F(UiTest, WaitForADialogEndsWhenAWorkerHasOpenedIt) {
+  EXPECT_EQ(fail("@wait dialog 900 20"), "no dialog 900 opened within 20 ms");
+  TestDialog dialog;
+  WorkerJob job{[&] { dialog.Create(kDialog); }};
+  ASSERT_TRUE(AfxBeginThread(&RunJob, &job));
+  run("@wait dialog 900");
+  EXPECT_NE(dialog.GetSafeHwnd(), nullptr);
+  run("@wait idle");
+  EXPECT_EQ(host::ui::runningWorkerThreads(), 0);
 }
 
 }  // namespace
