@@ -79,17 +79,6 @@ TEST_F(UpdateNoticeTest, ANewerVersionShowsItsLinkAndTheProtocolTellsTheExchange
             "4 : UninstallTomaDebugLogger()\n");
 }
 
-TEST_F(UpdateNoticeTest, OtherLinksAreShownButNeverStarted) {
-  LoopbackServer server([&](int connection) {
-    LoopbackServer::ReadUntil(connection, "\n\n");
-    LoopbackServer::Send(connection, "HTTP/1.0 200 OK\r\n\r\n2\r\nfile:///bin/sh\r\n");
-  });
-  const HostRun host = run(server.Port(), "@wait dialog 4007\n@dialog 4007 click 4020\n@dialog 4007 click 1\n");
-  ASSERT_EQ(host.status, 0) << host.err;
-  EXPECT_EQ(opened(), "");
-  EXPECT_NE(protocol().find("not a web address, not opened: file:///bin/sh"), std::string::npos) << protocol();
-}
-
 // Whatever the server does, the host's run ends when its script ends; the check never holds it up. The
 // module is unloaded meanwhile while its thread may still wait for the server.
 TEST_F(UpdateNoticeTest, TheHostEndsPromptlyWhateverTheServerDoes) {

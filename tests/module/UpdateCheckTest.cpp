@@ -120,25 +120,6 @@ TEST(UpdateCheckTest, HostileServersEndTheExchangeHarmlessly) {
   EXPECT_EQ(debugger, recorder.lines);
 }
 
-TEST(UpdateCheckTest, ServerComesFromTheSettings) {
-  const fs::path config = fs::path(::testing::TempDir()) / ("update-config-" + std::to_string(::getpid()));
-  const char* before = std::getenv("XDG_CONFIG_HOME");
-  const std::string previous = before ? before : "";
-  ::setenv("XDG_CONFIG_HOME", config.c_str(), 1);
-  auto server = [](const std::string& value) {
-    KoWriteSetting(kKoPlatformSection, "UpdateServer", value);
-    const ViraUpdateServer s = ViraUpdateServerSetting();
-    return s.host + " " + std::to_string(s.port);
-  };
-  EXPECT_EQ(server("127.0.0.1:8080"), "127.0.0.1 8080");
-  EXPECT_EQ(server("localhost"), "localhost 80");
-  EXPECT_EQ(server("127.0.0.1:http"), std::string(kViraUpdateHost) + " 80");
-  EXPECT_EQ(server("127.0.0.1:70000"), std::string(kViraUpdateHost) + " 80");
-  EXPECT_EQ(server(""), std::string(kViraUpdateHost) + " 80");
-  fs::remove_all(config);
-  if (before) ::setenv("XDG_CONFIG_HOME", previous.c_str(), 1); else ::unsetenv("XDG_CONFIG_HOME");
-}
-
 // The notice's link: its look, and what a click starts. The browser is a script that writes down what it
 // was asked to open.
 TEST(UpdateCheckTest, NoticeOpensOnlyWebLinks) {

@@ -8,30 +8,30 @@
 #include <fstream>
 #include <regex>
 #include <sstream>
-#include <string>
 #include <thread>
 #include <vector>
 
 namespace {
 
+// Keeps "LEVEL MESSAGE" of every line, the time stamp cut off.
 struct Recorder : KoLogger {
   explicit Recorder(int level) : KoLogger(level) {}
   int Write(std::int32_t level, const String& text) override {
-    lines.push_back(std::to_string(level) + " " + text.StdString());
+    const std::string line = text.StdString();
+    EXPECT_TRUE(std::regex_match(line.substr(0, 11), std::regex(R"(\[\d\d:\d\d:\d\d\] )"))) << line;
+    lines.push_back(std::to_string(level) + " " + line.substr(11));
     return 1;
   }
   std::vector<std::string> lines;
 };
 
 std::vector<std::string> debugLines;
-void CaptureDebug(const char* text) { debugLines.emplace_back(text); }
 
 // Every test starts with an empty queue, no master and no protocol logger, and leaves it so.
 class LogTest : public ::testing::Test {
  protected:
   void SetUp() override { Drain(); }
   void TearDown() override {
-    UninstallTomaDebugLogger();
     Drain();
     KoSetDebugOutput(nullptr);
   }
@@ -43,13 +43,6 @@ class LogTest : public ::testing::Test {
     SetMasterLogger(nullptr);
   }
 };
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path);
-  std::stringstream all;
-  all << in.rdbuf();
-  return all.str();
-}
 
 std::tm At(int hour, int minute) {
   std::tm time{};
@@ -66,7 +59,6 @@ TEST_F(LogTest, BacklogIsDeliveredInOrderToTheLoggersItsLevelAdmits) {
   EXPECT_EQ(Log(3, "first"), 1);
   EXPECT_EQ(Log(4, "second"), 2);
   EXPECT_EQ(Log(1, "third"), 3);
-
   KoMasterLogger master;
   Recorder common(3), detail(4);
   master.Attach(&common);
@@ -75,20 +67,8 @@ TEST_F(LogTest, BacklogIsDeliveredInOrderToTheLoggersItsLevelAdmits) {
   master.Detach(&detail);  // the first reference goes, the second stays
   SetMasterLogger(&master);
   EXPECT_EQ(Log(5, "too detailed for both"), 0);
-  const std::regex stamped(R"(\d \[\d\d:\d\d:\d\d\] \w.*)");
-  ASSERT_EQ(detail.lines.size(), 3u);
-  for (const std::string& line : detail.lines) EXPECT_TRUE(std::regex_match(line, stamped)) << line;
-  EXPECT_TRUE(detail.lines[0].starts_with("3 [") && detail.lines[0].ends_with("] first"));
-  EXPECT_TRUE(detail.lines[1].starts_with("4 [") && detail.lines[1].ends_with("] second"));
-  EXPECT_TRUE(detail.lines[2].starts_with("1 [") && detail.lines[2].ends_with("] third"));
-  ASSERT_EQ(common.lines.size(), 2u) << "level 4 is below a level-3 logger";
-  EXPECT_TRUE(common.lines[1].ends_with("] third"));
-
-  Recorder silent(-1);
-  KoMasterLogger alone;
-  alone.Attach(&silent);
-  EXPECT_EQ(alone.Write(0, "x"), 0) << "nobody took it";
-  EXPECT_EQ(master.Write(2, "x"), 1);
+  EXPECT_EQ(detail.lines, (std::vector<std::string>{"3 first", "4 second", "1 third"}));
+  EXPECT_EQ(common.lines, (std::vector<std::string>{"3 first", "1 third"}));
   SetMasterLogger(nullptr);
 }
 
@@ -103,16 +83,12 @@ TEST_F(LogTest, TimeTokensAreExpandedBeforeTheMessage) {
 }
 
 TEST_F(LogTest, DebuggerTextNeverReadsArguments) {
-  EXPECT_EQ(KoDebugText("100%% sure"), "100% sure");
-  EXPECT_EQ(KoDebugText("%s%n%d%%%x %"), "%s%n%d%%x %");
+  EXPECT_EQ(KoDebugText("%s%n%d%%%x 100%% %"), "%s%n%d%%x 100% %");
   EXPECT_EQ(KoDebugText(std::string(5000, '%')).size(), 1503u);
-  EXPECT_EQ(KoDebugText(std::string(2000, 'a')).size(), 1503u);
-
   debugLines.clear();
-  KoSetDebugOutput(&CaptureDebug);
+  KoSetDebugOutput([](const char* text) { debugLines.emplace_back(text); });
   Log(1, "Line: %s%s%s%n%n%n\n");
-  Log(1, std::string_view("cut\0after", 9));
-  EXPECT_EQ(debugLines, (std::vector<std::string>{"Line: %s%s%s%n%n%n\n", "cut"}));
+  EXPECT_EQ(debugLines, (std::vector<std::string>{"Line: %s%s%s%n%n%n\n"}));
 }
 
 TEST_F(LogTest, ProtocolFileKeepsLinesOfLevelFourAndBelow) {
@@ -128,7 +104,7 @@ TEST_F(LogTest, ProtocolFileKeepsLinesOfLevelFourAndBelow) {
   SetMasterLogger(&master);
   InstallTomaDebugLogger();  // the folder is missing: the line is skipped without harm
   EXPECT_TRUE(IsTomaDebugLoggerInstalled());
-  std::filesystem::create_directories(file.substr(0, file.rfind('/')));
+  std::filesystem::create_directories(state / "TRELLANOVA 10");
   InstallTomaDebugLogger();  // once only
   Log(1, "Line: %s%n%s 1.01\r\n");
   Log(5, "not kept");
@@ -137,10 +113,11 @@ TEST_F(LogTest, ProtocolFileKeepsLinesOfLevelFourAndBelow) {
   Log(1, "after");
   SetMasterLogger(nullptr);
 
-  const std::regex expected(
-      R"(1 : \[\d\d:\d\d:\d\d\] Line: %s%n%s 1\.01\r\n\n4 : \[\d\d:\d\d:\d\d\] UninstallTomaDebugLogger\(\)\n)");
-  const std::string written = ReadFile(file);
-  EXPECT_TRUE(std::regex_match(written, expected)) << written;
+  std::stringstream written;
+  written << std::ifstream(file).rdbuf();
+  EXPECT_TRUE(std::regex_match(written.str(), std::regex(R"(1 : \[\d\d:\d\d:\d\d\] Line: %s%n%s 1\.01\r\n\n)"
+                                                         R"(4 : \[\d\d:\d\d:\d\d\] UninstallTomaDebugLogger\(\)\n)")))
+      << written.str();
   ::unsetenv("XDG_STATE_HOME");
 }
 
@@ -152,17 +129,14 @@ TEST_F(LogTest, WritersOnSeveralThreadsAreSerialised) {
   std::vector<std::thread> writers;
   for (int t = 0; t < 4; ++t)
     writers.emplace_back([t] {
-      for (int i = 0; i < 300; ++i) Log(1, std::to_string(t) + " " + std::to_string(i));
+      for (int i = 0; i < 300; ++i) Log(t, std::to_string(i));
     });
   for (std::thread& writer : writers) writer.join();
   SetMasterLogger(nullptr);
   ASSERT_EQ(all.lines.size(), 1200u);
   int next[4] = {};
-  for (const std::string& line : all.lines) {
-    const std::size_t at = line.find("] ");
-    const int thread = line[at + 2] - '0';
-    EXPECT_EQ(line.substr(at + 4), std::to_string(next[thread]++)) << "each writer's lines stay in order";
-  }
+  for (const std::string& line : all.lines)
+    EXPECT_EQ(line.substr(2), std::to_string(next[line[0] - '0']++)) << "each writer's lines stay in order";
 }
 
 }  // namespace
