@@ -218,7 +218,10 @@ HostRun cadhost(const fs::path& dir, const fs::path& drawing, const fs::path& sc
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
   posix_spawn_file_actions_addopen(&actions, 2, (dir / "err").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  // Each run with a configuration of its own, as a fresh user would have.
+  // Each run with a configuration of its own, as a fresh user would have, except that the module's update
+  // check goes to a port on this machine that nobody listens on.
+  fs::create_directories(dir / "config" / "TRELLANOVA 10");
+  std::ofstream(dir / "config" / "TRELLANOVA 10" / "registry.ini") << "[Platform]\nUpdateServer=127.0.0.1:9\n";
   std::vector<std::string> envStore = {"XDG_CONFIG_HOME=" + (dir / "config").string()};
   for (char** e = environ; *e; ++e)
     if (std::string(*e).rfind("XDG_CONFIG_HOME=", 0) != 0) envStore.emplace_back(*e);
