@@ -3,7 +3,7 @@
 #include "host/db/DbModel.h"
 #include "host/db/DrawingView.h"
 #include "host/db/Undo.h"
-#include "host/dxf/Transform.h"
+#include "host/dxf/TransformDrawing.h"
 #include "sdk/AcDbEntities.h"
 
 #include <cstring>
@@ -178,7 +178,9 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& xform) {
   dxf::Entity& entity = *data(*this);
   dxf::TransformStatus status = dxf::TransformStatus::Ok;
   try {
-    status = dxf::transformEntity(entity, m);
+    // An entity of a drawing may take parts of the drawing along (a dimension or a table its block).
+    AcDbImpDatabase* drawing = imp()->drawing();
+    status = drawing != nullptr ? dxf::transformInDrawing(drawing->doc(), entity, m) : dxf::transformEntity(entity, m);
   } catch (const std::bad_alloc&) {
     // The caller learns of it as before; the command's changes are taken back when it ends.
     host::noteCommandFailure("out of memory");

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cstring>
 #include <fstream>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace dxf {
@@ -94,6 +95,8 @@ struct Document::Impl {
   std::vector<std::string> paperOwners;   // handles of the *Paper_Space* block records (R13+)
   std::optional<unsigned long long> nextHandle;  // found on first use
   ChangeJournal journal;
+  // Block name (ASCII letters lower-cased) -> entities naming it; filled on first use.
+  mutable std::optional<std::unordered_map<std::string, std::size_t>> blockUses;
 
   void index();
   Section& ensureEntities();
@@ -576,6 +579,47 @@ std::vector<BlockInfo> Document::blocks() const {
 
 namespace {
 
+std::string lowerName(std::string_view name) {
+  std::string s(trimBlanks(name));
+  for (char& c : s) c = lower(c);
+  return s;
+}
+
+// Entity types whose group 2 names a block they draw.
+bool drawsBlock(std::string_view type) {
+  return type == "INSERT" || type == "DIMENSION" || type == "ARC_DIMENSION" ||
+         type == "LARGE_RADIAL_DIMENSION" || type == "ACAD_TABLE";
+}
+
+}  // namespace
+
+std::deque<Entity>* Document::blockEntities(std::string_view rawName) {
+  if (!impl_->blocks) return nullptr;
+  for (Block& b : impl_->blocks->blocks)
+    if (sameName(trimBlanks(b.begin.value(2)), trimBlanks(rawName))) return &b.entities;
+  return nullptr;
+}
+
+std::size_t Document::blockReferences(std::string_view rawName) const {
+  auto& uses = impl_->blockUses;
+  if (!uses) {
+    uses.emplace();
+    // Erased entities count too: undo may bring them back, and a count too high only keeps a block still.
+    auto see = [&uses](const Entity& e) {
+      if (drawsBlock(e.type)) ++(*uses)[lowerName(e.value(2))];
+    };
+    for (const Section& s : impl_->drawing.sections) {
+      for (const Entity& e : s.records) see(e);
+      for (const Block& b : s.blocks)
+        for (const Entity& e : b.entities) see(e);
+    }
+  }
+  const auto it = uses->find(lowerName(rawName));
+  return it == uses->end() ? 0 : it->second;
+}
+
+namespace {
+
 bool inPaperSpace(const Entity& e, Version version, const std::vector<std::string>& paperOwners) {
   if (trimBlanks(e.value(67)) == "1") return true;
   if (version < Version::R13 || paperOwners.empty()) return false;
@@ -607,6 +651,7 @@ std::string_view Document::handleOf(const Entity& entity) { return trimBlanks(en
 std::string Document::layerOf(const Entity& entity) const { return decode(entity.value(8, "0")); }
 
 Entity& Document::appendToModelSpace(std::string_view type, TagList tags) {
+  impl_->blockUses.reset();
   const bool handles = hasHandles();
   const bool subclasses = version_ >= Version::R13;
   std::string handle = handles ? newHandle() : std::string();

@@ -21,6 +21,7 @@
 #include "host/dxf/TagReader.h"
 
 #include <cstddef>
+#include <deque>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -117,6 +118,13 @@ class Document {
 
   // The block definitions of the BLOCKS section, in file order.
   std::vector<BlockInfo> blocks() const;
+
+  // The entities of the block definition with this raw name (the file's own bytes, compared ignoring ASCII
+  // case), or null when the drawing has no such block. The entities keep their addresses.
+  std::deque<Entity>* blockEntities(std::string_view rawName);
+  // How many entities of the drawing (in any space or block) name this block with their group 2: block
+  // references, dimensions, tables. Counted once and kept until an entity is appended.
+  std::size_t blockReferences(std::string_view rawName) const;
 
   // Model space: the entities of the ENTITIES section that are not in paper space (group 67 = 1, or in
   // R13+ an owner that is a paper-space block record), in file order, erased ones left out. A POLYLINE or

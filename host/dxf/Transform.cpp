@@ -27,6 +27,12 @@ TypeTransform transformFor(std::string_view type) {
       {"SPLINE", transformSpline},       {"LEADER", transformLeader},         {"RAY", transformRay},
       {"XLINE", transformRay},           {"ATTDEF", transformText},           {"ATTRIB", transformText},
       {"3DLINE", transformLine},  // R10 and older: a line in space
+      {"IMAGE", transformImage},         {"WIPEOUT", transformImage},         {"PDFUNDERLAY", transformUnderlay},
+      {"DWFUNDERLAY", transformUnderlay}, {"DGNUNDERLAY", transformUnderlay}, {"MLINE", transformMLine},
+      {"ARC_DIMENSION", transformArcDimension}, {"LARGE_RADIAL_DIMENSION", transformLargeRadialDimension},
+      {"TOLERANCE", transformTolerance}, {"SHAPE", transformShape},           {"LIGHT", transformLight},
+      {"OLE2FRAME", transformOleFrame},  {"MESH", transformMesh},             {"HELIX", transformHelix},
+      {"MULTILEADER", transformMultiLeader},
   };
   for (const Entry& e : kTable)
     if (e.type == type) return e.fn;

@@ -31,8 +31,11 @@ constexpr long long kAngular = 2, kAngular3Point = 5;
 
 TransformStatus transformDimension(Entity& e, const Context& c) {
   if (!c.kind.similarity) return S::CannotScaleNonUniformly;
-  TagList& t = e.tags;
-  const CodeIndex idx(t);
+  return planDimension(e.tags, kNone, c);
+}
+
+TransformStatus planDimension(TagList& t, std::size_t to, const Context& c) {
+  const CodeIndex idx(t, 0, to);
   Vec3 extrusion;
   if (!readExtrusion(t, idx, extrusion))
     return S::InvalidData;

@@ -1,4 +1,5 @@
 #include "host/dxf/TransformTags.h"
+#include "host/dxf/TransformTypes.h"
 
 #include <algorithm>
 
@@ -22,9 +23,10 @@ void Edits::apply() {
   clear();
 }
 
-CodeIndex::CodeIndex(const TagList& tags, std::size_t from) {
+CodeIndex::CodeIndex(const TagList& tags, std::size_t from, std::size_t to) {
   std::size_t i = from;
-  for (; i < tags.size(); ++i) {
+  const std::size_t last = std::min(to, tags.size());
+  for (; i < last; ++i) {
     const int c = tags.code(i);
     if (c == 101 || c >= 1000) break;
     if (c < 0 || c >= kCodes) continue;
@@ -132,6 +134,12 @@ void planExtrusion(TagList& tags, std::size_t extrusionIndex, std::size_t insert
   } else if (!Ocs::nearWorldZ(extrusion)) {
     edits.insertPoint(tags, insertAt, 210, extrusion);
   }
+}
+
+std::size_t subclassMarker(const TagList& tags, std::string_view name) {
+  for (std::size_t i = 0; i < tags.size(); ++i)
+    if (tags.code(i) == 100 && trimBlanks(tags.text(i)) == name) return i;
+  return kNone;
 }
 
 }  // namespace dxf::xform

@@ -76,7 +76,7 @@ class Edits {
 class CodeIndex {
  public:
   static constexpr int kCodes = 300;
-  explicit CodeIndex(const TagList& tags, std::size_t from = 0);
+  explicit CodeIndex(const TagList& tags, std::size_t from = 0, std::size_t to = static_cast<std::size_t>(-1));
   std::size_t operator[](int code) const {
     return code >= 0 && code < kCodes && seen_.test(static_cast<std::size_t>(code))
                ? first_[static_cast<std::size_t>(code)]

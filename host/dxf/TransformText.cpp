@@ -73,8 +73,10 @@ TransformStatus planMText(TagList& t, std::size_t from, const Context& c) {
   if (idx.has(11)) {
     bool z = false;
     if (!readPoint(t, idx[11], direction, z)) return S::InvalidData;
-  } else {
+  } else if (idx.has(50)) {
     direction = ocs.oldOcs().toWcs(fromAngleDeg(rotation));
+  } else {
+    direction = mtextDefaultDirection(extrusion);
   }
   if (direction.lengthSquared() == 0.0) return S::InvalidData;
   const Vec3 newDirection = c.m.direction(direction);
@@ -93,11 +95,11 @@ TransformStatus planMText(TagList& t, std::size_t from, const Context& c) {
   const Vec3 unitDirection = newDirection.normalized();
   if (idx.has(11)) c.edits.setPoint(t, idx[11], unitDirection, pointHasZ(t, idx[11]));
   if (idx.has(50)) c.edits.set(t, idx[50], ocs.angleDeg(rotation));
-  // A text without direction and angle runs along the x axis of its plane, which some readers take for the
-  // world x axis: unless the turned text runs along both, its direction is written out.
+  // A text without direction and angle runs along the world x axis laid into its plane, which some readers
+  // take for the x axis of the plane: unless the turned text runs along both, its direction is written out.
   if (!idx.has(11) && !idx.has(50) &&
       ((unitDirection - ocs.newOcs().ux()).length() > 1e-12 ||
-       (unitDirection - Vec3{1.0, 0.0, 0.0}).length() > 1e-12))
+       (unitDirection - mtextDefaultDirection(ocs.newExtrusion())).length() > 1e-12))
     c.edits.insertPoint(t, ownEnd, 11, unitDirection);
   // Reference width, defined height, extents and column sizes are lengths in the text's plane.
   bool ok = true;
@@ -107,6 +109,8 @@ TransformStatus planMText(TagList& t, std::size_t from, const Context& c) {
     if (idx.has(code)) c.edits.set(t, idx[code], scaled(t, idx[code], c.kind.scale, ok));
   if (!ok) return S::InvalidData;
   planExtrusion(t, idx[210], ownEnd, ocs.newExtrusion(), c.edits);
+  // The column and extents data of newer files repeats the position and direction.
+  if (idx.end() < t.size() && t.code(idx.end()) == 101) return planMTextEmbedded(t, idx.end(), c);
   return S::Ok;
 }
 

@@ -6,6 +6,8 @@
 #include "host/dxf/Transform.h"
 #include "host/dxf/TransformTags.h"
 
+#include <string_view>
+
 namespace dxf::xform {
 
 struct Context {
@@ -41,9 +43,50 @@ TransformStatus transformHatch(Entity& e, const Context& c);
 TransformStatus transformDimension(Entity& e, const Context& c);
 TransformStatus transformLeader(Entity& e, const Context& c);
 
+// The data every dimension type shares, in the tags before `to` (kNone: all of them).
+TransformStatus planDimension(TagList& tags, std::size_t to, const Context& c);
+
 // Shared by TEXT and the attributes of a block reference: plans the text part of the tags [from, main end).
 TransformStatus planText(TagList& tags, const Context& c);
 // Shared by MTEXT and the multi-line text embedded in attributes, for the tags from `from` on.
 TransformStatus planMText(TagList& tags, std::size_t from, const Context& c);
+
+// A multi-line text without direction and rotation runs along the world x axis as far as its plane allows:
+// that axis projected into the plane, or the plane's own x axis when the plane stands across it.
+Vec3 mtextDefaultDirection(const Vec3& extrusion);
+// The embedded object of a multi-line text (its columns, extents, and copies of its position and direction)
+// that starts with the 101 tag at `marker`.
+TransformStatus planMTextEmbedded(TagList& tags, std::size_t marker, const Context& c);
+
+// IMAGE and WIPEOUT; PDF, DWF and DGN underlays.
+TransformStatus transformImage(Entity& e, const Context& c);
+TransformStatus transformUnderlay(Entity& e, const Context& c);
+
+// ARC_DIMENSION and LARGE_RADIAL_DIMENSION: the shared dimension data and their own points.
+TransformStatus transformArcDimension(Entity& e, const Context& c);
+TransformStatus transformLargeRadialDimension(Entity& e, const Context& c);
+
+// TOLERANCE, SHAPE, LIGHT, OLE2FRAME.
+TransformStatus transformTolerance(Entity& e, const Context& c);
+TransformStatus transformShape(Entity& e, const Context& c);
+TransformStatus transformLight(Entity& e, const Context& c);
+TransformStatus transformOleFrame(Entity& e, const Context& c);
+
+// MESH, HELIX, MLINE.
+TransformStatus transformMesh(Entity& e, const Context& c);
+TransformStatus transformHelix(Entity& e, const Context& c);
+TransformStatus transformMLine(Entity& e, const Context& c);
+
+// MULTILEADER with its context data.
+TransformStatus transformMultiLeader(Entity& e, const Context& c);
+
+// The index of the subclass marker (100) with this name, kNone when the entity has none.
+std::size_t subclassMarker(const TagList& tags, std::string_view name);
+// Whether the matrix turns the drawing over (a mirror).
+inline bool mirrors(const Affine& m) {
+  const Vec3 c0{m.l[0][0], m.l[1][0], m.l[2][0]}, c1{m.l[0][1], m.l[1][1], m.l[2][1]},
+      c2{m.l[0][2], m.l[1][2], m.l[2][2]};
+  return c0.dot(c1.cross(c2)) < 0.0;
+}
 
 }  // namespace dxf::xform

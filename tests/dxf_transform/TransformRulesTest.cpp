@@ -72,8 +72,13 @@ TEST(TransformRules, UnusableMatricesAndUnknownTypesLeaveTheEntityAlone) {
     EXPECT_FALSE(line.modified());
   }
 
+  // A proxy's geometry is the private business of the application that made it.
+  Entity proxy = b.make("ACAD_PROXY_ENTITY", {{90, "498"}, {10, "1.0"}, {20, "2.0"}, {30, "0.0"}});
+  EXPECT_EQ(transformEntity(proxy, shift(1, 2, 3)), TransformStatus::NotSupported);
+  EXPECT_FALSE(proxy.modified());
+  // An image without its pixel axes cannot be placed at all.
   Entity image = b.make("IMAGE", {{10, "1.0"}, {20, "2.0"}, {30, "0.0"}});
-  EXPECT_EQ(transformEntity(image, shift(1, 2, 3)), TransformStatus::NotSupported);
+  EXPECT_EQ(transformEntity(image, shift(1, 2, 3)), TransformStatus::InvalidData);
   EXPECT_FALSE(image.modified());
 }
 

@@ -122,18 +122,23 @@ def check_host_extras(where, src, got, m, scale):
                   got.gradient.rotation, angle=True)
     elif kind == "LEADER":
         for name in ("text_height", "text_width"):
-            check(where, name, src.dxf.get(name) * scale, got.dxf.get(name))
+            if src.dxf.hasattr(name):
+                check(where, name, src.dxf.get(name) * scale, got.dxf.get(name))
         check(where, "annotation offset", m.transform_direction(src.dxf.leader_offset_annotation_placement),
               got.dxf.leader_offset_annotation_placement)
-    elif kind == "DIMENSION" and src.dxf.hasattr("actual_measurement"):
+    elif kind == "DIMENSION" and src.dxf.hasattr("actual_measurement") and src.dimtype & 0x0F not in (2, 5):
+        # An angle stays what it was; a length grows with the drawing.
         check(where, "actual_measurement", src.dxf.actual_measurement * scale, got.dxf.actual_measurement)
     elif kind == "MTEXT":
-        # Without direction and rotation a text runs along the x axis of its plane, which ezdxf takes for
-        # the world x axis even when the plane is tilted.
+        # Without direction and rotation a text runs along the world x axis laid into its plane; ezdxf takes
+        # world x as it stands, even where it leaves a tilted plane.
         if src.dxf.hasattr("text_direction") or src.dxf.hasattr("rotation"):
             direction = src.get_text_direction()
         else:
-            direction = OCS(src.dxf.extrusion).to_wcs(Vec3(1, 0, 0))
+            normal = Vec3(src.dxf.extrusion).normalize()
+            direction = Vec3(1, 0, 0) - normal * normal.x
+            if direction.magnitude < 1 / 64:
+                direction = OCS(normal).to_wcs(Vec3(1, 0, 0))
         check(where, "text_direction", m.transform_direction(direction), got.get_text_direction(),
               direction=True)
 
