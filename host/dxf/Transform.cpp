@@ -32,7 +32,8 @@ TypeTransform transformFor(std::string_view type) {
       {"ARC_DIMENSION", transformArcDimension}, {"LARGE_RADIAL_DIMENSION", transformLargeRadialDimension},
       {"TOLERANCE", transformTolerance}, {"SHAPE", transformShape},           {"LIGHT", transformLight},
       {"OLE2FRAME", transformOleFrame},  {"MESH", transformMesh},             {"HELIX", transformHelix},
-      {"MULTILEADER", transformMultiLeader},
+      {"MULTILEADER", transformMultiLeader}, {"3DSOLID", transformAcis},   {"REGION", transformAcis},
+      {"BODY", transformAcis},           {"PLANESURFACE", transformAcis},     {"ACAD_TABLE", transformTable},
   };
   for (const Entry& e : kTable)
     if (e.type == type) return e.fn;

@@ -1,5 +1,6 @@
 #include "host/dxf/TransformDrawing.h"
 
+#include <cmath>
 #include <deque>
 #include <string_view>
 #include <vector>
@@ -15,17 +16,24 @@ bool isDimension(std::string_view type) {
 }  // namespace
 
 TransformStatus transformInDrawing(Document& doc, Entity& entity, const Matrix44& m) {
-  if (!isDimension(entity.type)) return transformEntity(entity, m);
+  const bool dimension = isDimension(entity.type), table = entity.type == "ACAD_TABLE";
+  if (!dimension && !table) return transformEntity(entity, m);
   const std::string_view name = trimBlanks(entity.value(2));
-  // Only anonymous blocks belong to the dimension; a named block is the user's and stays as drawn.
+  // Only anonymous blocks belong to the entity; a named block is the user's and stays as drawn.
   std::deque<Entity>* block = name.size() > 1 && name.front() == '*' ? doc.blockEntities(name) : nullptr;
   if (block == nullptr) return transformEntity(entity, m);
   // A block that several entities draw cannot follow one of them without moving the others' pictures.
   if (doc.blockReferences(name) > 1) return TransformStatus::NotSupported;
 
-  // The block's entities are world geometry drawn without an insertion transform, so they take the matrix as
-  // it is. Either the dimension and all of its drawing move, or nothing does.
-  const Entity savedDimension = entity;
+  // A dimension's block is world geometry drawn without an insertion transform: it takes the matrix as it
+  // is. A table's block lies in the table's own coordinates, placed by the table: it only grows.
+  Matrix44 blockMatrix = m;
+  if (table) {
+    const double s = std::sqrt(m.m[0][0] * m.m[0][0] + m.m[1][0] * m.m[1][0] + m.m[2][0] * m.m[2][0]);
+    blockMatrix = Matrix44{{{s, 0.0, 0.0, 0.0}, {0.0, s, 0.0, 0.0}, {0.0, 0.0, s, 0.0}, {0.0, 0.0, 0.0, 1.0}}};
+  }
+  // Either the entity and all of its drawing move, or nothing does.
+  const Entity savedEntity = entity;
   const TransformStatus status = transformEntity(entity, m);
   if (status != TransformStatus::Ok) return status;
   std::vector<Entity> saved;
@@ -33,10 +41,10 @@ TransformStatus transformInDrawing(Document& doc, Entity& entity, const Matrix44
   for (const Entity& e : *block) saved.push_back(e);
   for (Entity& e : *block) {
     if (e.erased) continue;
-    const TransformStatus s = transformEntity(e, m);
+    const TransformStatus s = transformEntity(e, blockMatrix);
     if (s == TransformStatus::Ok) continue;
     for (std::size_t i = 0; i < saved.size(); ++i) (*block)[i] = saved[i];
-    entity = savedDimension;
+    entity = savedEntity;
     return s;
   }
   return TransformStatus::Ok;

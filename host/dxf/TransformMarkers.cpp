@@ -44,7 +44,8 @@ TransformStatus transformTolerance(Entity& e, const Context& c) {
     c.edits.setPoint(t, idx[11], newDirection, pointHasZ(t, idx[11]));
   else if ((newDirection - Vec3{1.0, 0.0, 0.0}).length() > 1e-12)
     c.edits.insertPoint(t, ownEnd, 11, newDirection);
-  planExtrusion(t, idx[210], ownEnd, c.m.normal(extrusion), c.edits);
+  // A mirror shows the frame from behind, as it does a text.
+  planExtrusion(t, idx[210], ownEnd, OcsTransform(c.m, extrusion).newExtrusion(), c.edits);
   return S::Ok;
 }
 

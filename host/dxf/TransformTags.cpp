@@ -6,10 +6,16 @@
 namespace dxf::xform {
 
 void Edits::apply() {
-  for (const Op& op : ops_)
-    if (!op.insert) op.tags->setNumber(op.index, op.value);
+  for (const Op& op : ops_) {
+    if (op.insert) continue;
+    if (op.text < 0)
+      op.tags->setNumber(op.index, op.value);
+    else
+      op.tags->setText(op.index, std::move(texts_[static_cast<std::size_t>(op.text)]));
+  }
   if (!inserts_) {
     ops_.clear();
+    texts_.clear();
     return;
   }
   // Inserting from the back keeps the planned indices of the remaining inserts valid.
@@ -19,7 +25,12 @@ void Edits::apply() {
     if (a.index != b.index) return a.index > b.index;
     return a.order > b.order;
   });
-  for (auto it = firstInsert; it != ops_.end(); ++it) it->tags->insertNumber(it->index, it->code, it->value);
+  for (auto it = firstInsert; it != ops_.end(); ++it) {
+    if (it->text < 0)
+      it->tags->insertNumber(it->index, it->code, it->value);
+    else
+      it->tags->insert(it->index, it->code, std::move(texts_[static_cast<std::size_t>(it->text)]));
+  }
   clear();
 }
 

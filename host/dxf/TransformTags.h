@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace dxf::xform {
@@ -19,10 +20,10 @@ inline constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 // Changes to one or more tag lists, carried out together by apply().
 class Edits {
  public:
-  void set(TagList& tags, std::size_t i, double value) { ops_.push_back({&tags, i, 0, value, false, 0}); }
+  void set(TagList& tags, std::size_t i, double value) { ops_.push_back({&tags, i, 0, -1, value, false, 0}); }
   // Puts a new tag in front of index `before`; tags inserted at the same place keep their planned order.
   void insert(TagList& tags, std::size_t before, int code, double value) {
-    ops_.push_back({&tags, before, code, value, true, static_cast<std::uint32_t>(ops_.size())});
+    ops_.push_back({&tags, before, code, -1, value, true, static_cast<std::uint32_t>(ops_.size())});
     inserts_ = true;
   }
   // Writes the point whose x tag is at `x`; a point written without z (old files may leave it out) gets
@@ -46,6 +47,18 @@ class Edits {
     insert(tags, before, code + 20, p.z);
   }
 
+  // Text values (the proprietary data of solids): replaced in place, or put in front of index `before`.
+  void setText(TagList& tags, std::size_t i, std::string text) {
+    texts_.push_back(std::move(text));
+    ops_.push_back({&tags, i, 0, static_cast<std::int32_t>(texts_.size() - 1), 0.0, false, 0});
+  }
+  void insertText(TagList& tags, std::size_t before, int code, std::string text) {
+    texts_.push_back(std::move(text));
+    ops_.push_back({&tags, before, code, static_cast<std::int32_t>(texts_.size() - 1), 0.0, true,
+                    static_cast<std::uint32_t>(ops_.size())});
+    inserts_ = true;
+  }
+
   void apply();
   // Whether every planned value is a finite number.
   bool finite() const {
@@ -55,6 +68,7 @@ class Edits {
   }
   void clear() {
     ops_.clear();
+    texts_.clear();
     inserts_ = false;
   }
 
@@ -63,11 +77,13 @@ class Edits {
     TagList* tags;
     std::size_t index;
     int code;
+    std::int32_t text;  // index into texts_, or -1 for a number
     double value;
     bool insert;
     std::uint32_t order;
   };
   std::vector<Op> ops_;
+  std::vector<std::string> texts_;
   bool inserts_ = false;
 };
 

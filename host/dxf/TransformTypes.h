@@ -77,6 +77,12 @@ TransformStatus transformMesh(Entity& e, const Context& c);
 TransformStatus transformHelix(Entity& e, const Context& c);
 TransformStatus transformMLine(Entity& e, const Context& c);
 
+// 3DSOLID, REGION, BODY and PLANESURFACE: a placement added to the ACIS data of each body.
+TransformStatus transformAcis(Entity& e, const Context& c);
+
+// ACAD_TABLE: placement and sizes; its block's drawing is scaled by the document.
+TransformStatus transformTable(Entity& e, const Context& c);
+
 // MULTILEADER with its context data.
 TransformStatus transformMultiLeader(Entity& e, const Context& c);
 

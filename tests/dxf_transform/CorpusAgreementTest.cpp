@@ -99,7 +99,7 @@ TEST_P(CorpusAgreement, MovesAsAnIndependentTransformationSaysOrStaysAndIsReport
 
   std::ostringstream cmd;
   cmd.precision(17);
-  cmd << VIRA_PYTHON << " " << VIRA_SOURCE_DIR << "/tests/dxf_transform/compare_corpus.py " << source << " "
+  cmd << VIRA_PYTHON << " " << VIRA_SOURCE_DIR << "/tests/dxf_transform/compare_drawing.py " << source << " "
       << result << " " << statusFile;
   for (const auto& row : kTwoPairs.m)
     for (double v : row) cmd << " " << v;

@@ -123,8 +123,46 @@ def modern(msp, doc):
     gradient.set_gradient((255, 0, 0), (0, 0, 255), rotation=30.0)
 
 
+def newer(msp, doc):
+    """Pictures, multilines, multileaders, meshes, solids and the other types a CAD program moves too."""
+    image = doc.add_image_def(filename="survey.png", size_in_pixel=(640, 480))
+    msp.add_image(image, insert=p(1, 1), size_in_units=(6.4, 4.8), rotation=20)
+    msp.add_wipeout([p(0, 0)[:2], p(3, 0)[:2], p(3, 2)[:2], p(0, 2)[:2]])
+    sheet = doc.add_underlay_def("plan.pdf", fmt="pdf", name="1")
+    msp.add_underlay(sheet, insert=p(2, 2), scale=(1.5, 1.5, 1.5), rotation=15)
+    msp.add_mline([p(0, 0), p(5, 0), p(5, 5)], dxfattribs={"scale_factor": 2.0})
+    mesh = msp.add_mesh()
+    with mesh.edit_data() as data:
+        data.vertices = [p(0, 0, 0), p(2, 0, 0), p(2, 2, 1), p(0, 2, 1)]
+        data.faces = [[0, 1, 2, 3]]
+    msp.add_shape("BOX", p(7, 7), 2.0, dxfattribs={"rotation": 25.0})
+    msp.add_helix(radius=2.0, pitch=0.5, turns=3, dxfattribs={"axis_base_point": p(9, 9)})
+    msp.new_entity("TOLERANCE", dxfattribs={"insert": p(4, 1), "content": "{\\Fgdt;j}%%v0.1", "dimstyle": "Standard",
+                                            "x_axis_vector": (0.6, 0.8, 0.0)})
+    msp.new_entity("LIGHT", dxfattribs={"name": "Spot", "type": 3, "location": p(1, 1, 10), "target": p(3, 2, 0),
+                                        "attenuation_start_limits": 1.0, "attenuation_end_limits": 10.0})
+    from ezdxf.math import Vec2
+    from ezdxf.render import mleader
+    builder = msp.add_multileader_mtext("Standard")
+    builder.set_content("Punkt 7", char_height=0.5)
+    builder.add_leader_line(mleader.ConnectionSide.left, [Vec2(X0 - 4, Y0 - 3)])
+    builder.build(insert=Vec2(X0, Y0))
+    dim = msp.add_arc_dim_3p(base=p(0, 6)[:2], center=p(0, 0)[:2], p1=p(4, 0)[:2], p2=p(0, 4)[:2])
+    dim.render()
+    msp.add_mtext_static_columns(["Spalte 1", "Spalte 2"], width=5.0, gutter_width=1.0, height=8.0,
+                                 dxfattribs={"insert": p(12, 12), "char_height": 0.5})
+
+
+def add_solid(msp):
+    """An ACIS solid: its SAT text lives in the entity up to R2010."""
+    from ezdxf.acis import api as acis
+    from ezdxf.render import forms
+    solid = msp.add_3dsolid()
+    acis.export_dxf(solid, [acis.body_from_mesh(forms.cube().translate(20.5, 30.25, 5.0))])
+
+
 def main(out_dir):
-    for version, name in (("R12", "r12.dxf"), ("R2018", "r2018.dxf")):
+    for version, name in (("R12", "r12.dxf"), ("R2004", "r2004.dxf"), ("R2018", "r2018.dxf")):
         doc = ezdxf.new(version)
         doc.appids.new("VIRA")
         add_block(doc)
@@ -132,6 +170,10 @@ def main(out_dir):
         common(msp, doc)
         if version != "R12":
             modern(msp, doc)
+        if version == "R2018":
+            newer(msp, doc)
+        if version == "R2004":
+            add_solid(msp)
         doc.saveas(f"{out_dir}/{name}")
 
 
