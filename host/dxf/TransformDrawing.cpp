@@ -41,6 +41,7 @@ TransformStatus transformInDrawing(Document& doc, Entity& entity, const Matrix44
   for (const Entity& e : *block) saved.push_back(e);
   for (Entity& e : *block) {
     if (e.erased) continue;
+    doc.journal().recordChange(e);  // the command's undo brings the block back with the entity
     const TransformStatus s = transformEntity(e, blockMatrix);
     if (s == TransformStatus::Ok) continue;
     for (std::size_t i = 0; i < saved.size(); ++i) (*block)[i] = saved[i];

@@ -3,13 +3,12 @@
 // it, every entity it refuses must stay exactly as it was and is listed as left behind.
 #include "host/dxf/Document.h"
 #include "host/dxf/TransformDrawing.h"
+#include "tests/dxf_transform/CompareRun.h"
 #include "tests/dxf_transform/Matrices.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -38,32 +37,8 @@ std::vector<std::string> corpusFiles() {
   return names;
 }
 
-const char* statusName(TransformStatus s) {
-  switch (s) {
-    case TransformStatus::Ok: return "Ok";
-    case TransformStatus::CannotScaleNonUniformly: return "CannotScaleNonUniformly";
-    case TransformStatus::NotSupported: return "NotSupported";
-    case TransformStatus::InvalidData: return "InvalidData";
-  }
-  return "?";
-}
-
-std::string snapshot(const Entity& e) {
-  std::string s = e.type + "\n";
-  for (const Tag& t : e.tags) s.append(std::to_string(t.code)).append(" ").append(t.text).append("\n");
-  for (const Entity& c : e.children) s += snapshot(c);
-  return s;
-}
-
-int run(const std::string& command, std::string& output) {
-  output.clear();
-  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-  if (pipe == nullptr) return -1;
-  std::array<char, 4096> buf{};
-  while (std::fgets(buf.data(), buf.size(), pipe) != nullptr) output += buf.data();
-  const int status = pclose(pipe);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
+using testing::snapshot;
+using testing::statusName;
 
 // Turned by 30 degrees and scaled by 1.5 about a control point, then shifted onto its target.
 const Matrix44 kTwoPairs = testing::shift(2561500.0, 5633900.0, 0.0) * testing::rotation(0, 0, 1, 30.0) *
@@ -97,14 +72,8 @@ TEST_P(CorpusAgreement, MovesAsAnIndependentTransformationSaysOrStaysAndIsReport
   std::ofstream(statusFile) << statuses.str();
   ASSERT_TRUE(doc->save(result, error)) << error;
 
-  std::ostringstream cmd;
-  cmd.precision(17);
-  cmd << VIRA_PYTHON << " " << VIRA_SOURCE_DIR << "/tests/dxf_transform/compare_drawing.py " << source << " "
-      << result << " " << statusFile;
-  for (const auto& row : kTwoPairs.m)
-    for (double v : row) cmd << " " << v;
   std::string out;
-  const int code = run(cmd.str(), out);
+  const int code = testing::compareDrawing(source, result, statusFile, kTwoPairs, out);
   std::error_code ignored;
   fs::remove_all(dir, ignored);
   if (code == 2) GTEST_SKIP() << out;  // the independent reader cannot read the source

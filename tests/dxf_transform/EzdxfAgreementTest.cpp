@@ -3,6 +3,7 @@
 // values derived in the comparing script).
 #include "host/dxf/Document.h"
 #include "host/dxf/TransformDrawing.h"
+#include "tests/dxf_transform/CompareRun.h"
 #include "tests/dxf_transform/Matrices.h"
 
 #include <gtest/gtest.h>
@@ -26,16 +27,10 @@ using testing::scaling;
 using testing::shift;
 namespace fs = std::filesystem;
 
-const char* statusName(TransformStatus s) {
-  switch (s) {
-    case TransformStatus::Ok: return "Ok";
-    case TransformStatus::CannotScaleNonUniformly: return "CannotScaleNonUniformly";
-    case TransformStatus::NotSupported: return "NotSupported";
-    case TransformStatus::InvalidData: return "InvalidData";
-    case TransformStatus::NotFinite: return "NotFinite";
-  }
-  return "?";
-}
+using testing::snapshot;
+using testing::statusName;
+
+std::string script(const char* name) { return std::string(VIRA_SOURCE_DIR) + "/tests/dxf_transform/" + name; }
 
 // Runs a command, returns its exit status and collects what it printed.
 int run(const std::string& command, std::string& output) {
@@ -45,16 +40,6 @@ int run(const std::string& command, std::string& output) {
   std::array<char, 4096> buf{};
   while (std::fgets(buf.data(), buf.size(), pipe) != nullptr) output += buf.data();
   return pclose(pipe);
-}
-
-std::string script(const char* name) { return std::string(VIRA_SOURCE_DIR) + "/tests/dxf_transform/" + name; }
-
-// The entity's tags and children as text, to see that an entity that refused a matrix is untouched.
-std::string snapshot(const Entity& e) {
-  std::string s = e.type + "\n";
-  for (const Tag& t : e.tags) s.append(std::to_string(t.code)).append(" ").append(t.text).append("\n");
-  for (const Entity& c : e.children) s += snapshot(c);
-  return s;
 }
 
 class EzdxfAgreement : public ::testing::Test {
@@ -107,14 +92,8 @@ class EzdxfAgreement : public ::testing::Test {
       ADD_FAILURE() << error;
       return outcome;
     }
-    std::ostringstream cmd;
-    cmd.precision(17);
-    cmd << VIRA_PYTHON << " " << script("compare_drawing.py") << " " << src << " " << result << " "
-        << statusFile;
-    for (const auto& row : m.m)
-      for (double v : row) cmd << " " << v;
     std::string out;
-    EXPECT_EQ(run(cmd.str(), out), 0) << source << " / " << tag << ":\n" << out;
+    EXPECT_EQ(testing::compareDrawing(src, result, statusFile, m, out), 0) << source << " / " << tag << ":\n" << out;
     return outcome;
   }
 
