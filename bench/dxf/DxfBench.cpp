@@ -8,7 +8,7 @@
 // measured in a fresh process (this program started again with VIRA_DXF_BENCH_CHILD set), so that nothing
 // the benchmark itself holds is counted.
 #include "host/dxf/Document.h"
-#include "host/dxf/Transform.h"
+#include "host/dxf/TransformDrawing.h"
 
 #include <benchmark/benchmark.h>
 
@@ -105,12 +105,13 @@ long storeSteps(const fs::path& in, const fs::path& out) {
   }
   const dxf::Matrix44 m = surveyMove();
   long refused = 0;
-  // As the host runs a command: each entity's state goes to the undo journal before it changes.
+  // As the host runs a command: each entity's state goes to the undo journal before it changes, and a
+  // dimension or table takes its block along.
   dxf::ChangeJournal& journal = doc->journal();
   journal.beginStep("move");
   for (dxf::Entity* e : doc->modelSpace()) {
     journal.recordChange(*e);
-    if (dxf::transformEntity(*e, m) != dxf::TransformStatus::Ok) ++refused;
+    if (dxf::transformInDrawing(*doc, *e, m) != dxf::TransformStatus::Ok) ++refused;
   }
   journal.endStep();
   if (!doc->save(out, error)) {

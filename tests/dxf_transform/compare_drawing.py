@@ -30,12 +30,20 @@ OWN = {"PDFUNDERLAY", "DWFUNDERLAY", "DGNUNDERLAY", "OLE2FRAME", "SHAPE", "3DSOL
        "PLANESURFACE", "ACAD_TABLE"}
 
 
+def file_tags(path):
+    """The file's tags as (code, text), binary DXF included."""
+    data = open(path, "rb").read()
+    if data.startswith(b"AutoCAD Binary DXF"):
+        from ezdxf.lldxf.tagger import binary_tags_loader
+        return [(t.code, str(t.value)) for t in binary_tags_loader(data)]
+    lines = data.decode("latin-1").replace("\r\n", "\n").split("\n")
+    return [(int(lines[i]), lines[i + 1]) for i in range(0, len(lines) - 1, 2)]
+
+
 def raw_entities(path):
     """handle -> the entity's tags as the file has them, [(code, text)]; ezdxf does not keep every type."""
-    data = open(path, "rb").read().decode("latin-1").replace("\r\n", "\n").split("\n")
     out, current = {}, None
-    for i in range(0, len(data) - 1, 2):
-        code, value = int(data[i]), data[i + 1]
+    for code, value in file_tags(path):
         if code == 0:
             current = []
         elif current is not None:

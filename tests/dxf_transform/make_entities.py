@@ -93,6 +93,8 @@ def modern(msp, doc):
     msp.add_mtext("Richtung", dxfattribs={"insert": p(3, 3), "char_height": 0.4,
                                           "text_direction": (0.6, 0.8, 0.0)})
     msp.add_mtext("Schräg", dxfattribs={"insert": (1.0, 2.0, 3.0), "char_height": 0.3, "extrusion": TILT})
+    # Seen from below without a direction: it still runs along world x, not turned by half a circle.
+    msp.add_mtext("Unten", dxfattribs={"insert": (4.0, 5.0, 6.0), "char_height": 0.3, "extrusion": DOWN})
     msp.add_ray(p(0, 0), (1, 1, 0))
     msp.add_xline(p(2, 0), (0.0, 0.6, 0.8))
     msp.add_leader([p(0, 0), p(2, 2), p(4, 2)], dxfattribs={"text_height": 0.5, "text_width": 3.0,
