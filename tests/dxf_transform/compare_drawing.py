@@ -27,7 +27,7 @@ DERIVED = {"ARC_DIMENSION": {"start_angle", "end_angle", "actual_measurement"},
            "TOLERANCE": {"x_axis_vector"}}
 # Types ezdxf cannot transform; their values are derived here in full.
 OWN = {"PDFUNDERLAY", "DWFUNDERLAY", "DGNUNDERLAY", "OLE2FRAME", "SHAPE", "3DSOLID", "REGION", "BODY",
-       "PLANESURFACE", "ACAD_TABLE"}
+       "PLANESURFACE", "ACAD_TABLE", "3DLINE"}
 
 
 def file_tags(path):
@@ -37,7 +37,12 @@ def file_tags(path):
         from ezdxf.lldxf.tagger import binary_tags_loader
         return [(t.code, str(t.value)) for t in binary_tags_loader(data)]
     lines = data.decode("latin-1").replace("\r\n", "\n").split("\n")
-    return [(int(lines[i]), lines[i + 1]) for i in range(0, len(lines) - 1, 2)]
+    tags = []
+    for i in range(0, len(lines) - 1, 2):
+        if not lines[i].strip().lstrip("-").isdigit():
+            break  # what follows the drawing (an end-of-file mark of old systems)
+        tags.append((int(lines[i]), lines[i + 1]))
+    return tags
 
 
 def raw_entities(path):
@@ -168,6 +173,11 @@ def derive(where, kind, src, got, m, scale):
         for i, (a, b) in enumerate(zip(want, have)):
             for q in ((0, 0, 0), (1, 0, 0), (0, 1, 0), (0, 0, 1), (123.5, -45.25, 6.0)):
                 check(where, f"body {i} at {q}", m.transform(placed(a, q)), placed(b, q))
+    elif kind == "3DLINE":
+        # The line in space of R10 and older, which ezdxf keeps as tags: start (10) and end (11).
+        for code in (10, 11):
+            want_p, got_p = (next(Vec3(t.value) for t in e.xtags.noclass if t.code == code) for e in (src, got))
+            check(where, f"point {code}", m.transform(want_p), got_p)
     elif kind == "OLE2FRAME":
         # Upper left (10) and lower right corner (11).
         a, b = RAW[0][src.dxf.handle], RAW[1][got.dxf.handle]
