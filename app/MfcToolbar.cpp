@@ -43,6 +43,7 @@ bool MfcToolbar::OnCommand(int id, int) {
 }
 
 void ViraCreateToolbar() {
+  if (gToolbar != nullptr) return;  // one toolbar per loaded module
   // The toolbar resource of the chosen language (the module's own when there is none).
   CResourceDll resources;
   gToolbar = new (std::nothrow) MfcToolbar;

@@ -43,6 +43,8 @@ TEST_F(ToolbarTest, DocksWithTwoButtonsThatReportToTheToolbarItself) {
   ViraCreateToolbar();
   MfcToolbar* bar = ViraToolbar();
   ASSERT_NE(bar, nullptr);
+  ViraCreateToolbar();
+  EXPECT_EQ(ViraToolbar(), bar) << "a second initialisation keeps the one toolbar";
   EXPECT_EQ(transcript.text(), "");
   EXPECT_TRUE(bar->IsWindowVisible());
   EXPECT_EQ(bar->GetWindowText(), L"VIRA cadtools");
