@@ -60,14 +60,23 @@ TEST_F(LanguageTest, TransformationDialogInEnglishAndFrench) {
       << dump;
 }
 
-TEST_F(LanguageTest, CaptureDialogInEachLanguage) {
-  const std::string script = "_ViraPtPick\n1.25,2,3\n@dialog 4001 dump\n@esc\n";
+TEST_F(LanguageTest, CaptureDialogAndListMenuInEachLanguage) {
+  // One point captured, then the list's context menu opened on it and its first entry chosen.
+  const std::string script = "_ViraPtPick\n1.25,2,3\n@dialog 4001 dump\n@dialog 4001 menu 4000 0 1 3\n@esc\n";
   const struct {
-    std::string code, title, label, save;
+    std::string code, title, label, save, menu, sort;
   } languages[] = {
-      {"", "Punkte erfassen", "N\u00e4chste Punktnummer:", "Speichern als..."},
-      {"ENG", "Capture Points", "Next point number:", "Save As..."},
-      {"FRA", "Saisie de points", "Num\u00e9ro du point suivant :", "Enregistrer sous..."},
+      {"", "Punkte erfassen", "N\u00e4chste Punktnummer:", "Speichern als...",
+       "\"Spalte aufsteigend sortieren\" \"Spalte absteigend sortieren\" \"Microsoft Excel...\" \"Drucken\" "
+       "\"L\u00f6schen\"",
+       "Spalte aufsteigend sortieren"},
+      {"ENG", "Capture Points", "Next point number:", "Save As...",
+       "\"Sort Column ascending\" \"Sort Column descending\" \"Microsoft Excel...\" \"Print\" \"Delete\"",
+       "Sort Column ascending"},
+      {"FRA", "Saisie de points", "Num\u00e9ro du point suivant :", "Enregistrer sous...",
+       "\"Trier la colonne par ordre croissant\" \"Trier la colonne par ordre d\u00e9croissant\" "
+       "\"Microsoft Excel...\" \"Imprimer\" \"Supprimer\"",
+       "Trier la colonne par ordre croissant"},
   };
   for (const auto& language : languages) {
     setLanguage(language.code);
@@ -78,6 +87,10 @@ TEST_F(LanguageTest, CaptureDialogInEachLanguage) {
         << language.code;
     EXPECT_NE(dump.find("\n-1 static \"" + language.label + "\"\n"), std::string::npos) << dump;
     EXPECT_NE(dump.find("\n4002 button \"" + language.save + "\"\n"), std::string::npos) << dump;
+    // Nothing is selected yet, so there is nothing to delete.
+    EXPECT_NE(run.out.find("\n[menu] " + language.menu + " disabled -> \"" + language.sort + "\"\n"),
+              std::string::npos)
+        << run.out;
   }
 }
 
