@@ -12,6 +12,8 @@ packages=(
   libcairo2-dev fonts-dejavu-core    # the headless print service writes PDF pages with cairo
   locales                            # a German locale: CSV exports with decimal comma and ";" are tested in it
   libreoffice-calc-nogui poppler-utils  # tests open exported CSV in a real spreadsheet and read printed PDFs
+  libwxgtk3.2-dev libx11-dev         # cadhost's window (wxWidgets); the X library takes its screenshots
+  xvfb xauth                         # window tests run cadhost --window on a virtual display
 )
 
 # The tests of exports in a decimal-comma locale need de_DE.UTF-8; generate it when the system lacks it.

@@ -33,6 +33,17 @@ void runUiLine(const std::string& line) {
   if (!headless::runUiScriptLine(line, error)) throw headless::ScriptError(error);
 }
 
+// Without a window a pick is the point typed; the other window lines need the window.
+Input headlessWindowLine(const std::string& line) {
+  const std::string pick = "@pick";
+  if (line.starts_with(pick + " ")) {
+    std::string point = line.substr(pick.size() + 1);
+    point.erase(0, point.find_first_not_of(" \t"));
+    if (!point.empty()) return {InputKind::Text, fromUtf8(point), false};
+  }
+  throw headless::ScriptError("\"" + line + "\" needs the window (--window)");
+}
+
 Input scriptInput() {
   headless::ScriptLine line = headless::pullScriptLine();
   switch (line.kind) {
@@ -41,6 +52,7 @@ Input scriptInput() {
     case headless::ScriptLineKind::Enter: return {InputKind::Enter, {}, false};
     case headless::ScriptLineKind::Text: return {InputKind::Text, fromUtf8(line.text), false};
     case headless::ScriptLineKind::Ui: runUiLine(line.text); return {InputKind::None, {}, false};
+    case headless::ScriptLineKind::Window: return headlessWindowLine(line.text);
   }
   return {InputKind::End, {}, false};
 }

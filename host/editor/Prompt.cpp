@@ -4,10 +4,16 @@
 #include "host/WideText.h"
 #include "host/headless/ScriptInput.h"
 
+#include <algorithm>
+
 namespace host::editor {
 namespace {
 
 bool gImmediate = false;
+PromptRequest gPrompt;
+bool gPointPrompt = false;
+bool gHasBase = false;
+double gBase[3] = {0.0, 0.0, 0.0};
 // Prompts answered by the end of the input in a row; a command that keeps asking after the script is
 // over would otherwise never end.
 int gPromptsAfterEnd = 0;
@@ -34,8 +40,27 @@ std::string echoOf(const Input& in) {
 
 void setImmediatePrompts(bool immediate) { gImmediate = immediate; }
 
+const PromptRequest& currentPrompt() { return gPrompt; }
+
+PointPromptScope::PointPromptScope(const double* base) : wasPoint_(gPointPrompt), hadBase_(gHasBase) {
+  std::copy(gBase, gBase + 3, base_);
+  gPointPrompt = true;
+  gHasBase = base != nullptr;
+  if (base != nullptr) std::copy(base, base + 3, gBase);
+}
+
+PointPromptScope::~PointPromptScope() {
+  gPointPrompt = wasPoint_;
+  gHasBase = hadBase_;
+  std::copy(base_, base_ + 3, gBase);
+}
+
 Input askUser(std::wstring_view prompt, bool quietAtEnd) {
   if (gImmediate) writePrompt(prompt);
+  gPrompt.text.assign(prompt);
+  gPrompt.wantsPoint = gPointPrompt;
+  gPrompt.hasBase = gPointPrompt && gHasBase;
+  std::copy(gBase, gBase + 3, gPrompt.base);
   Input in = nextInput();
   if (in.kind == InputKind::End && quietAtEnd) {
     if (gImmediate) transcriptEndLine();

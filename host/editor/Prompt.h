@@ -3,6 +3,7 @@
 
 #include "host/editor/Input.h"
 
+#include <string>
 #include <string_view>
 
 namespace host::editor {
@@ -13,6 +14,30 @@ namespace host::editor {
 // The end of the input answers as Escape would ("*Cancel*"), unless `quietAtEnd`: then nothing is written.
 Input askUser(std::wstring_view prompt, bool quietAtEnd = false);
 void setImmediatePrompts(bool immediate);
+
+// What the prompt that waits now asks for, for a front end that shows it: the window's prompt area with its
+// keywords, the crosshair and the rubber band from the base point of a point prompt.
+struct PromptRequest {
+  std::wstring text;
+  bool wantsPoint = false;
+  bool hasBase = false;
+  double base[3] = {0.0, 0.0, 0.0};
+};
+const PromptRequest& currentPrompt();
+
+// Marks the prompts asked while it lives as point prompts (with the base point when not null).
+class PointPromptScope {
+ public:
+  explicit PointPromptScope(const double* base);
+  ~PointPromptScope();
+  PointPromptScope(const PointPromptScope&) = delete;
+  PointPromptScope& operator=(const PointPromptScope&) = delete;
+
+ private:
+  bool wasPoint_;
+  bool hadBase_;
+  double base_[3];
+};
 
 // A line of the host's own between prompts (why an answer was refused, an unknown command).
 void showMessage(std::string_view utf8);

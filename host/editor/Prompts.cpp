@@ -91,8 +91,9 @@ int acedInitGet(int flags, const ACHAR* keywordList) {
   return RTNORM;
 }
 
-int acedGetPoint(const ads_point /*basePoint*/, const ACHAR* prompt, ads_point result) {
+int acedGetPoint(const ads_point basePoint, const ACHAR* prompt, ads_point result) {
   if (!result) return RTERROR;
+  host::editor::PointPromptScope pointPrompt(basePoint);
   const char* refusal = gArmed.keywords.empty() ? "Invalid point." : "Point or option keyword required.";
   // accept answers null for a value taken, "" for "not a value", or a message of its own.
   return ask(prompt, refusal, [&](std::wstring_view typed, int) -> const char* {

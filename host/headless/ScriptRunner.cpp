@@ -83,6 +83,8 @@ ScriptLine ScriptRunner::next() {
       if (!whole.empty() && whole.back() == '\r') whole.remove_suffix(1);
       return {ScriptLineKind::Ui, std::string(whole.substr(whole.find('@'))), number};
     }
+    if (verb == "@pick" || verb == "@screenshot" || verb == "@key")
+      return {ScriptLineKind::Window, std::string(line), number};
     if (verb == "@open") {
       openDrawing(std::string(rest));
       continue;
@@ -100,14 +102,8 @@ void ScriptRunner::openDrawing(const std::string& path) {
   if (path.empty()) throw ScriptError("@open needs the path of a drawing");
   // The command's objects belong to the drawing open now; it cannot be swapped under them.
   if (!editor::activeCommand().empty()) throw ScriptError("cannot open a drawing while a command runs");
-  AcApDocument* doc = runtime::docManager().curDocument();
-  bool hadDrawing = host::hasDrawing();
-  if (hadDrawing) runtime::broadcastAppMessage(AcRx::kUnloadDwgMsg, doc);
   std::string error;
-  bool opened = host::openDrawing(path, error);
-  // On failure the drawing open before stays, and the modules get it back.
-  if (opened || hadDrawing) runtime::broadcastAppMessage(AcRx::kLoadDwgMsg, doc);
-  if (!opened) throw ScriptError(error.empty() ? "cannot open " + path : error);
+  if (!switchDrawing(path, error)) throw ScriptError(error.empty() ? "cannot open " + path : error);
 }
 
 void ScriptRunner::saveDrawing(const std::string& path) {
@@ -115,6 +111,15 @@ void ScriptRunner::saveDrawing(const std::string& path) {
   if (!host::hasDrawing()) throw ScriptError("no drawing is open to save");
   if (path.empty() && host::drawingPath().empty()) throw ScriptError("@save needs a path for this drawing");
   if (!host::saveDrawing(path, error)) throw ScriptError(error.empty() ? "cannot save " + path : error);
+}
+
+bool switchDrawing(const std::string& path, std::string& error) {
+  AcApDocument* doc = runtime::docManager().curDocument();
+  bool hadDrawing = host::hasDrawing();
+  if (hadDrawing) runtime::broadcastAppMessage(AcRx::kUnloadDwgMsg, doc);
+  bool opened = host::openDrawing(path, error);
+  if (opened || hadDrawing) runtime::broadcastAppMessage(AcRx::kLoadDwgMsg, doc);
+  return opened;
 }
 
 bool readScriptLines(std::istream& in, std::vector<std::string>& lines) {

@@ -38,6 +38,10 @@ class ScriptRunner {
   std::size_t lineNumber_ = 0;
 };
 
+// Opens another drawing as the user does between commands: the modules are told that the drawing goes and
+// that one comes. On failure (`error` set) the drawing open before stays, and the modules get it back.
+bool switchDrawing(const std::string& path, std::string& error);
+
 // Reads a script's lines; false when the stream fails before its end.
 bool readScriptLines(std::istream& in, std::vector<std::string>& lines);
 

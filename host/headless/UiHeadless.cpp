@@ -219,6 +219,9 @@ void HeadlessUi::runModalLoop(CDialog& dialog) {
       case ScriptLineKind::Text:
         throw ScriptError("dialog " + std::to_string(templateId) + " is open; \"" + line.text +
                           "\" cannot be typed at the command line now");
+      case ScriptLineKind::Window:
+        throw ScriptError("dialog " + std::to_string(templateId) + " is open; \"" + line.text +
+                          "\" needs the window (--window)");
       case ScriptLineKind::Enter: pressInDialog(dialog, VK_RETURN); break;
       case ScriptLineKind::Escape: pressInDialog(dialog, VK_ESCAPE); break;
       case ScriptLineKind::End:

@@ -1,7 +1,8 @@
-// cadhost: the reference CAD host. Opens a drawing, loads the module, and runs the command line from a
-// script (or from standard input); the window front end is not part of this program yet.
+// cadhost: the reference CAD host. Opens a drawing, loads the module, and runs the command line: in its
+// window when there is a display and no script (or with --window), otherwise from a script or standard input.
 //
-//   cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless] [--recover]
+//   cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless|--window]
+//                [--recover]
 //
 // --recover opens a damaged drawing as far as it can be repaired and lists the repairs; the damaged file
 // is written only when the script or --save saves the drawing there.
@@ -14,6 +15,9 @@
 #include "host/editor/Prompt.h"
 #include "host/headless/ScriptRunner.h"
 #include "host/runtime/ModuleLoader.h"
+#ifdef VIRA_HAVE_WINDOW
+#include "host/gui/WindowSession.h"
+#endif
 
 #include <unistd.h>
 
@@ -31,8 +35,8 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless]"
-    " [--recover]\n";
+    "usage: cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] "
+    "[--headless|--window] [--recover]\n";
 constexpr const char* kDefaultModule = "ViraCadtoolsV10.so";
 
 struct Options {
@@ -43,6 +47,7 @@ struct Options {
   bool trace = false;
   bool headless = false;
   bool recover = false;
+  bool window = false;
 };
 
 bool parseArguments(int argc, char** argv, Options& options, std::string& error) {
@@ -74,6 +79,8 @@ bool parseArguments(int argc, char** argv, Options& options, std::string& error)
       options.headless = true;
     } else if (a == "--recover") {
       options.recover = true;
+    } else if (a == "--window") {
+      options.window = true;
     } else if (a.starts_with("--") || (a.starts_with("-") && a != "-")) {
       error = "unknown option " + a;
       return false;
@@ -83,6 +90,10 @@ bool parseArguments(int argc, char** argv, Options& options, std::string& error)
       error = "only one drawing can be opened: " + a;
       return false;
     }
+  }
+  if (options.headless && options.window) {
+    error = "--headless and --window exclude each other";
+    return false;
   }
   return true;
 }
@@ -117,10 +128,39 @@ bool openDrawing(const Options& options, std::string& error) {
   return true;
 }
 
+void stopWindow() {
+#ifdef VIRA_HAVE_WINDOW
+  host::gui::stopWindow();
+#endif
+}
+
 int fail(const std::string& message) {
   std::cerr << "cadhost: " << message << "\n";
   host::runtime::unloadAllModules();
+  stopWindow();
   return 1;
+}
+
+// Starts the window when this run wants one; false with `error` when it cannot.
+bool startWindow(const Options& options, bool& windowed, std::string& error) {
+  windowed = options.window || (!options.headless && !options.script);
+#ifdef VIRA_HAVE_WINDOW
+  if (!windowed) return true;
+  if (!host::gui::displayAvailable()) {
+    error = "the window needs a display (DISPLAY is not set); run with --headless to work from a script or the "
+            "terminal";
+    return false;
+  }
+  return host::gui::startWindow(error);
+#else
+  if (options.window) {
+    error = "this cadhost was built without its window (wxWidgets was missing); run with --headless";
+    return false;
+  }
+  if (windowed) host::trace("no window front end in this build: running headless");
+  windowed = false;
+  return true;
+#endif
 }
 
 }  // namespace
@@ -133,8 +173,8 @@ int runCadhost(int argc, char** argv) {
     return 2;
   }
   host::setTraceEnabled(options.trace);
-  if (!options.headless && !options.script && std::getenv("DISPLAY"))
-    host::trace("no window front end in this build: running headless");
+  bool windowed = false;
+  if (!startWindow(options, windowed, error)) return fail(error);
 
   if (!options.drawing.empty() && !openDrawing(options, error)) return fail(error);
 
@@ -152,10 +192,15 @@ int runCadhost(int argc, char** argv) {
     if (!file) return fail("cannot read script " + scriptName);
   }
   std::istream& script = file.is_open() ? static_cast<std::istream&>(file) : std::cin;
-  host::editor::setImmediatePrompts(!file.is_open() && !options.script && isatty(STDIN_FILENO));
-
-  host::headless::ScriptRunner runner(script, scriptName);
-  if (!runner.run(error)) return fail(error);
+  if (windowed) {
+#ifdef VIRA_HAVE_WINDOW
+    if (!host::gui::runWindow(options.script ? &script : nullptr, scriptName, error)) return fail(error);
+#endif
+  } else {
+    host::editor::setImmediatePrompts(!file.is_open() && !options.script && isatty(STDIN_FILENO));
+    host::headless::ScriptRunner runner(script, scriptName);
+    if (!runner.run(error)) return fail(error);
+  }
   host::transcriptEndLine();
 
   // The drawing is as it was before the failed command; the run failed all the same.
@@ -165,6 +210,7 @@ int runCadhost(int argc, char** argv) {
   if (options.save && !host::saveDrawing(*options.save, error))
     return fail(error.empty() ? "cannot save " + *options.save : error);
   host::runtime::unloadAllModules();
+  stopWindow();
   return 0;
 }
 

@@ -1,0 +1,339 @@
+#include "host/gui/MainFrame.h"
+
+#include "host/WideText.h"
+#include "host/db/Drawing.h"
+#include "host/editor/CommandLine.h"
+#include "host/editor/Prompt.h"
+#include "host/gui/scene/SceneBuilder.h"
+#include "host/headless/ScriptRunner.h"
+#include "host/ui/UserActions.h"
+#include "sdk/ui/Resources.h"
+
+#include <wx/button.h>
+#include <wx/dcmemory.h>
+#include <wx/filedlg.h>
+#include <wx/menu.h>
+#include <wx/msgdlg.h>
+#include <wx/sizer.h>
+#include <wx/statusbr.h>
+
+#include <charconv>
+#include <cwctype>
+#include <deque>
+
+namespace host::gui {
+namespace {
+
+MainFrame* gFrame = nullptr;
+std::deque<editor::Input> gDelivered;
+
+enum MenuId { kZoomExtents = wxID_HIGHEST + 1, kZoomWindow, kZoomPrevious, kSnap };
+
+// The keywords of a prompt: the words between its brackets, separated by slashes.
+std::vector<std::wstring> promptKeywords(const std::wstring& prompt) {
+  std::vector<std::wstring> words;
+  const std::size_t open = prompt.rfind(L'[');
+  const std::size_t close = prompt.rfind(L']');
+  if (open == std::wstring::npos || close == std::wstring::npos || close < open) return words;
+  std::wstring inner = prompt.substr(open + 1, close - open - 1);
+  std::size_t start = 0;
+  while (start <= inner.size()) {
+    const std::size_t slash = inner.find(L'/', start);
+    std::wstring word = inner.substr(start, slash == std::wstring::npos ? std::wstring::npos : slash - start);
+    if (!word.empty()) words.push_back(word);
+    if (slash == std::wstring::npos) break;
+    start = slash + 1;
+  }
+  return words;
+}
+
+std::wstring shortest(double value) {
+  char buffer[64];
+  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+  return host::fromUtf8(std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer)));
+}
+
+}  // namespace
+
+MainFrame* mainFrame() { return gFrame; }
+
+void deliverInput(editor::Input input) { gDelivered.push_back(std::move(input)); }
+bool hasDeliveredInput() { return !gDelivered.empty(); }
+editor::Input takeDeliveredInput() {
+  editor::Input in = std::move(gDelivered.front());
+  gDelivered.pop_front();
+  return in;
+}
+
+MainFrame::MainFrame() : wxFrame(nullptr, wxID_ANY, "cadhost", wxDefaultPosition, wxSize(1200, 800)) {
+  gFrame = this;
+  buildMenu();
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  canvas_ = new DrawingCanvas(this);
+  sizer->Add(canvas_, 1, wxEXPAND);
+
+  history_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxSize(-1, 110),
+                            wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
+  sizer->Add(history_, 0, wxEXPAND);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  prompt_ = new wxStaticText(this, wxID_ANY, "Command:");
+  row->Add(prompt_, 0, wxALIGN_CENTER_VERTICAL | wxLEFT | wxRIGHT, 4);
+  keywords_ = new wxPanel(this);
+  keywords_->SetSizer(new wxBoxSizer(wxHORIZONTAL));
+  row->Add(keywords_, 0, wxALIGN_CENTER_VERTICAL);
+  entry_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
+  row->Add(entry_, 1, wxEXPAND | wxALL, 2);
+  sizer->Add(row, 0, wxEXPAND);
+  SetSizer(sizer);
+
+  CreateStatusBar(2);
+  const int widths[] = {-3, -1};
+  SetStatusWidths(2, widths);
+  SetStatusText("Snap on (F3)", 1);
+
+  entry_->Bind(wxEVT_TEXT_ENTER, &MainFrame::onEnter, this);
+  Bind(wxEVT_CHAR_HOOK, &MainFrame::onCharHook, this);
+  Bind(wxEVT_CLOSE_WINDOW, &MainFrame::onClose, this);
+  canvas_->onPick = [](const double p[3]) {
+    std::wstring text = shortest(p[0]) + L"," + shortest(p[1]);
+    if (p[2] != 0.0) text += L"," + shortest(p[2]);
+    deliverInput({editor::InputKind::Text, text, false});
+  };
+  canvas_->onCursor = [this](double x, double y) {
+    // Survey coordinates to the tenth of a millimetre, with their full size.
+    SetStatusText(wxString::Format("%.4f, %.4f", x, y), 0);
+  };
+  updateTitle();
+}
+
+MainFrame::~MainFrame() {
+  if (gFrame == this) gFrame = nullptr;
+}
+
+void MainFrame::buildMenu() {
+  auto* file = new wxMenu;
+  file->Append(wxID_OPEN, "&Open...\tCtrl+O");
+  file->Append(wxID_SAVE, "&Save\tCtrl+S");
+  file->Append(wxID_SAVEAS, "Save &As...");
+  auto* recentMenu = new wxMenu;
+  file->AppendSubMenu(recentMenu, "Recent &Files");
+  recent_.UseMenu(recentMenu);
+  file->AppendSeparator();
+  file->Append(wxID_EXIT, "E&xit");
+  auto* view = new wxMenu;
+  view->Append(kZoomExtents, "Zoom &Extents");
+  view->Append(kZoomWindow, "Zoom &Window");
+  view->Append(kZoomPrevious, "Zoom &Previous");
+  view->AppendSeparator();
+  view->AppendCheckItem(kSnap, "Object &Snap\tF3")->Check(true);
+  auto* bar = new wxMenuBar;
+  bar->Append(file, "&File");
+  bar->Append(view, "&View");
+  SetMenuBar(bar);
+  Bind(wxEVT_MENU, &MainFrame::onOpen, this, wxID_OPEN);
+  Bind(wxEVT_MENU, &MainFrame::onSave, this, wxID_SAVE);
+  Bind(wxEVT_MENU, &MainFrame::onSaveAs, this, wxID_SAVEAS);
+  Bind(wxEVT_MENU, &MainFrame::onRecent, this, wxID_FILE1, wxID_FILE9);
+  Bind(wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+  Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->zoomExtents(); }, kZoomExtents);
+  Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->startZoomWindow(); }, kZoomWindow);
+  Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->zoomPrevious(); }, kZoomPrevious);
+  Bind(wxEVT_MENU, [this](wxCommandEvent& e) {
+    canvas_->setSnapOn(e.IsChecked());
+    SetStatusText(e.IsChecked() ? "Snap on (F3)" : "Snap off (F3)", 1);
+  }, kSnap);
+}
+
+void MainFrame::updateTitle() {
+  const std::string path = host::drawingPath();
+  SetTitle(path.empty() ? wxString("cadhost") : wxString::FromUTF8(path) + " - cadhost");
+}
+
+void MainFrame::showPrompt() {
+  const editor::PromptRequest& request = editor::currentPrompt();
+  canvas_->setPointPrompt(request.wantsPoint, request.hasBase ? request.base : nullptr);
+  if (request.text == shownPrompt_) return;
+  shownPrompt_ = request.text;
+  std::wstring text = request.text;
+  while (!text.empty() && (text.front() == L'\n' || text.front() == L'\r')) text.erase(0, 1);
+  prompt_->SetLabel(text);
+  keywords_->DestroyChildren();
+  for (const std::wstring& word : promptKeywords(request.text)) {
+    auto* button = new wxButton(keywords_, wxID_ANY, word, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    button->Bind(wxEVT_BUTTON, [word](wxCommandEvent&) { deliverInput({editor::InputKind::Text, word, false}); });
+    keywords_->GetSizer()->Add(button, 0, wxRIGHT, 2);
+  }
+  Layout();
+}
+
+void MainFrame::refreshDrawing(bool keepView) {
+  const dxf::Document* document = host::workingDocument();
+  const bool same = keepView && document == shownDocument_;
+  shownDocument_ = document;
+  canvas_->setScene(document != nullptr ? buildScene(*document) : Scene{}, same);
+  updateTitle();
+}
+
+void MainFrame::appendHistory(const std::string& utf8) {
+  history_->AppendText(wxString::FromUTF8(utf8.data(), utf8.size()));
+}
+
+void MainFrame::typeCommand(const wxString& text) {
+  entry_->SetFocus();
+  entry_->ChangeValue(text);
+  wxCommandEvent enter(wxEVT_TEXT_ENTER, entry_->GetId());
+  enter.SetEventObject(entry_);
+  enter.SetString(text);
+  entry_->ProcessWindowEvent(enter);
+}
+
+void MainFrame::onEnter(wxCommandEvent&) {
+  const wxString text = entry_->GetValue();
+  entry_->ChangeValue({});
+  if (!text.empty()) {
+    typed_.push_back(text);
+    recall_ = typed_.size();
+  }
+  deliverInput({text.empty() ? editor::InputKind::Enter : editor::InputKind::Text, text.ToStdWstring(), false});
+}
+
+void MainFrame::onCharHook(wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  if (key == WXK_ESCAPE) {
+    deliverInput({editor::InputKind::Escape, {}, false});
+    entry_->ChangeValue({});
+    return;
+  }
+  if (key == WXK_F3) {
+    const bool on = !canvas_->snapOn();
+    canvas_->setSnapOn(on);
+    GetMenuBar()->Check(kSnap, on);
+    SetStatusText(on ? "Snap on (F3)" : "Snap off (F3)", 1);
+    return;
+  }
+  if (FindFocus() == entry_ && (key == WXK_UP || key == WXK_DOWN) && !typed_.empty()) {
+    // The command history: up and down recall what was typed before.
+    if (key == WXK_UP && recall_ > 0) --recall_;
+    if (key == WXK_DOWN && recall_ < typed_.size()) ++recall_;
+    entry_->ChangeValue(recall_ < typed_.size() ? typed_[recall_] : wxString());
+    entry_->SetInsertionPointEnd();
+    return;
+  }
+  if (FindFocus() == canvas_) {
+    // Typing while the mouse works in the view goes to the command line, as in any CAD program.
+    const int ch = event.GetUnicodeKey();
+    if (key == WXK_RETURN || key == WXK_SPACE) {
+      wxCommandEvent enter(wxEVT_TEXT_ENTER, entry_->GetId());
+      onEnter(enter);
+      return;
+    }
+    if (ch != WXK_NONE && ch >= 32 && !event.HasAnyModifiers()) {
+      entry_->SetFocus();
+      const wchar_t typed = static_cast<wchar_t>(ch);
+      entry_->AppendText(wxString(event.ShiftDown() ? typed : static_cast<wchar_t>(std::towlower(typed))));
+      return;
+    }
+  }
+  event.Skip();
+}
+
+bool MainFrame::commandRunning() {
+  if (editor::activeCommand().empty()) return false;
+  wxMessageBox("Finish or cancel the running command first (Escape).", "cadhost", wxOK | wxICON_INFORMATION, this);
+  return true;
+}
+
+void MainFrame::openFile(const std::string& path) {
+  std::string error;
+  if (!host::headless::switchDrawing(path, error)) {
+    wxMessageBox(wxString::FromUTF8(error.empty() ? "cannot open " + path : error), "cadhost", wxOK | wxICON_ERROR,
+                 this);
+    return;
+  }
+  recent_.AddFileToHistory(wxString::FromUTF8(path));
+  refreshDrawing(false);
+}
+
+void MainFrame::saveTo(const std::string& path) {
+  std::string error;
+  if (!host::saveDrawing(path, error))
+    wxMessageBox(wxString::FromUTF8(error.empty() ? "cannot save " + path : error), "cadhost", wxOK | wxICON_ERROR,
+                 this);
+  else if (!path.empty())
+    recent_.AddFileToHistory(wxString::FromUTF8(path));
+  updateTitle();
+}
+
+void MainFrame::onOpen(wxCommandEvent&) {
+  if (commandRunning()) return;
+  wxFileDialog dialog(this, "Open drawing", {}, {}, "DXF drawings (*.dxf)|*.dxf;*.DXF|All files|*",
+                      wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  if (dialog.ShowModal() == wxID_OK) openFile(dialog.GetPath().utf8_string());
+}
+
+void MainFrame::onSave(wxCommandEvent& event) {
+  if (!host::hasDrawing()) return;
+  if (host::drawingPath().empty()) {
+    onSaveAs(event);
+    return;
+  }
+  saveTo({});
+}
+
+void MainFrame::onSaveAs(wxCommandEvent&) {
+  if (!host::hasDrawing()) return;
+  wxFileDialog dialog(this, "Save drawing as", {}, {}, "DXF drawings (*.dxf)|*.dxf",
+                      wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  if (dialog.ShowModal() == wxID_OK) saveTo(dialog.GetPath().utf8_string());
+}
+
+void MainFrame::onRecent(wxCommandEvent& event) {
+  if (commandRunning()) return;
+  openFile(recent_.GetHistoryFile(static_cast<std::size_t>(event.GetId() - wxID_FILE1)).utf8_string());
+}
+
+void MainFrame::onClose(wxCloseEvent& event) {
+  // The command line ends when the window goes: a running command is cancelled as by Escape first.
+  closing_ = true;
+  Hide();
+  (void)event;
+}
+
+wxToolBar* MainFrame::addToolbar(const std::vector<int>& commands) {
+  wxToolBar* bar = GetToolBar();
+  if (bar == nullptr) bar = CreateToolBar(wxTB_HORIZONTAL | wxTB_TEXT);
+  bar->ClearTools();
+  for (int id : commands) {
+    if (id == 0) {
+      bar->AddSeparator();
+      continue;
+    }
+    // A command's string resource is "tooltip\nshort name"; the short name labels the button.
+    const std::wstring* text = ::ui::findString(id);
+    std::wstring label = text != nullptr ? *text : std::to_wstring(id);
+    std::wstring tip = label;
+    if (const std::size_t nl = label.find(L'\n'); nl != std::wstring::npos) {
+      tip = label.substr(0, nl);
+      label = label.substr(nl + 1);
+    }
+    // Until the module brings pictures for its buttons they show their names on a plain square.
+    wxBitmap blank(16, 16);
+    {
+      wxMemoryDC dc(blank);
+      dc.SetBackground(*wxLIGHT_GREY_BRUSH);
+      dc.Clear();
+    }
+    bar->AddTool(id, label, blank, tip);
+    bar->Bind(wxEVT_TOOL, [id](wxCommandEvent&) {
+      try {
+        host::ui::pressToolbarButton(id);
+      } catch (const std::exception&) {
+        wxBell();
+      }
+    }, id);
+  }
+  bar->Realize();
+  return bar;
+}
+
+}  // namespace host::gui
