@@ -280,7 +280,10 @@ void DrawingCanvas::onMouse(wxMouseEvent& event) {
   } else if (event.GetEventType() == wxEVT_MOTION && dragFrom_) {
     dragOffset_ = at - *dragFrom_;
   } else if (event.GetEventType() == wxEVT_LEFT_DOWN) {
-    SetFocus();
+    // The view takes the keys (arrows, F3) once the main window has them; it does not pull the main window over
+    // a dialog the user works with beside the drawing.
+    const wxWindow* focus = FindFocus();
+    if (focus != nullptr && wxGetTopLevelParent(const_cast<wxWindow*>(focus)) == wxGetTopLevelParent(this)) SetFocus();
   } else if (event.GetEventType() == wxEVT_LEFT_UP) {
     click(at);
   } else if (event.GetEventType() == wxEVT_RIGHT_UP) {

@@ -139,8 +139,7 @@ void MainFrame::buildMenu() {
   Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->startZoomWindow(); }, kZoomWindow);
   Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->zoomPrevious(); }, kZoomPrevious);
   Bind(wxEVT_MENU, [this](wxCommandEvent& e) {
-    canvas_->setSnapOn(e.IsChecked());
-    SetStatusText(e.IsChecked() ? "Snap on (F3)" : "Snap off (F3)", 1);
+    if (e.IsChecked() != canvas_->snapOn()) toggleSnap();
   }, kSnap);
 }
 
@@ -179,7 +178,7 @@ void MainFrame::appendHistory(const std::string& utf8) {
 }
 
 void MainFrame::typeCommand(const wxString& text) {
-  entry_->SetFocus();
+  // No focus change: focusing the main window would raise it over the dialogs open beside it.
   entry_->ChangeValue(text);
   wxCommandEvent enter(wxEVT_TEXT_ENTER, entry_->GetId());
   enter.SetEventObject(entry_);
@@ -205,10 +204,7 @@ void MainFrame::onCharHook(wxKeyEvent& event) {
     return;
   }
   if (key == WXK_F3) {
-    const bool on = !canvas_->snapOn();
-    canvas_->setSnapOn(on);
-    GetMenuBar()->Check(kSnap, on);
-    SetStatusText(on ? "Snap on (F3)" : "Snap off (F3)", 1);
+    toggleSnap();
     return;
   }
   if (FindFocus() == entry_ && (key == WXK_UP || key == WXK_DOWN) && !typed_.empty()) {
@@ -235,6 +231,13 @@ void MainFrame::onCharHook(wxKeyEvent& event) {
     }
   }
   event.Skip();
+}
+
+void MainFrame::toggleSnap() {
+  const bool on = !canvas_->snapOn();
+  canvas_->setSnapOn(on);
+  GetMenuBar()->Check(kSnap, on);
+  SetStatusText(on ? "Snap on (F3)" : "Snap off (F3)", 1);
 }
 
 bool MainFrame::commandRunning() {

@@ -36,6 +36,8 @@ class MainFrame : public wxFrame {
   // A toolbar of the module: its buttons start the commands they stand for.
   wxToolBar* addToolbar(const std::vector<int>& commands);
   bool closing() const { return closing_; }
+  // F3: object snap on or off, from the main window or a dialog beside it.
+  void toggleSnap();
 
  private:
   void buildMenu();

@@ -258,6 +258,7 @@ void WxBackend::windowCreated(CWnd& window) {
     wxWeakRef<wxWindow> ref(widget);
     const HWND handle = window.GetSafeHwnd();
     wxTheApp->CallAfter([this, ref, handle] {
+
       if (!ref || !::ui::detail::isLiveHandle(handle)) return;
       CWnd* owner = reinterpret_cast<::ui::detail::WindowData*>(handle)->self;
       if (widgetOf(*owner) == ref.get() && owner->IsWindowVisible()) ref->Show();

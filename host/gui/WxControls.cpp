@@ -148,6 +148,10 @@ void WxBackend::bindEvents(CWnd& window, wxWindow& widget) {
   switch (kind) {
     case ControlKind::Dialog:
       widget.Bind(wxEVT_CHAR_HOOK, [this, current](wxKeyEvent& e) {
+        if (e.GetKeyCode() == WXK_F3 && mainFrame() != nullptr) {
+          mainFrame()->toggleSnap();
+          return;
+        }
         const FrameworkKey key = frameworkKey(e);
         CWnd* w = current();
         if (w == nullptr || (key.code != VK_ESCAPE && key.code != VK_RETURN)) {
