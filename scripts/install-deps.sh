@@ -13,7 +13,7 @@ packages=(
   locales                            # a German locale: CSV exports with decimal comma and ";" are tested in it
   libreoffice-calc-nogui poppler-utils  # tests open exported CSV in a real spreadsheet and read printed PDFs
   libwxgtk3.2-dev libx11-dev         # cadhost's window (wxWidgets); the X library takes its screenshots
-  xvfb xauth                         # window tests run cadhost --window on a virtual display
+  xvfb xauth imagemagick             # window tests run cadhost --window on a virtual display, read its pictures
 )
 
 # The tests of exports in a decimal-comma locale need de_DE.UTF-8; generate it when the system lacks it.

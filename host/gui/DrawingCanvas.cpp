@@ -1,5 +1,6 @@
 #include "host/gui/DrawingCanvas.h"
 
+#include "host/Transcript.h"
 #include "host/gui/scene/Raster.h"
 
 #include <wx/dcbuffer.h>
@@ -10,6 +11,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <memory>
 
 namespace host::gui {
@@ -18,6 +20,9 @@ namespace {
 constexpr Rgb kBackground = 0x212830;
 constexpr int kSnapRadiusPixels = 10;
 constexpr double kWheelStep = 1.25;
+
+// The program's start as near as a library sees it: when its static data is set up, before main runs.
+const auto kStarted = std::chrono::steady_clock::now();
 
 wxColour colourOf(Rgb rgb) { return wxColour((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF); }
 
@@ -50,6 +55,7 @@ void DrawingCanvas::setScene(Scene scene, bool keepView) {
   if (!keepView) {
     previous_.clear();
     view_.zoomTo(scene_.extents);
+    viewChosen_ = false;
   }
   pictureValid_ = false;
   Refresh(false);
@@ -70,6 +76,7 @@ void DrawingCanvas::setSnapOn(bool on) {
 }
 
 void DrawingCanvas::pushView() {
+  viewChosen_ = true;
   previous_.push_back(view_);
   if (previous_.size() > 50) previous_.erase(previous_.begin());
 }
@@ -92,6 +99,7 @@ void DrawingCanvas::zoomPrevious() {
 void DrawingCanvas::startZoomWindow() { zoomWindowStep_ = 1; }
 
 void DrawingCanvas::panBy(double dx, double dy) {
+  viewChosen_ = true;
   view_.panPixels(dx, dy);
   redrawNow();
 }
@@ -151,10 +159,28 @@ void DrawingCanvas::renderPicture() {
     }
   }
   pictureValid_ = true;
-  lastRedrawMs_ = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+  const auto now = std::chrono::steady_clock::now();
+  lastRedrawMs_ = std::chrono::duration<double, std::milli>(now - start).count();
+  if (host::traceEnabled()) {
+    char line[160];
+    std::snprintf(line, sizeof line, "view: %zu entities drawn in %.1f ms, %.0f ms after start", scene_.entities,
+                  lastRedrawMs_, std::chrono::duration<double, std::milli>(now - kStarted).count());
+    host::trace(line);
+  }
 }
 
 void DrawingCanvas::onPaint(wxPaintEvent&) {
+  const auto start = std::chrono::steady_clock::now();
+  paint();
+  if (host::traceEnabled() && dragFrom_) {
+    char line[96];
+    std::snprintf(line, sizeof line, "view: moved picture shown in %.2f ms",
+                  std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    host::trace(line);
+  }
+}
+
+void DrawingCanvas::paint() {
   wxAutoBufferedPaintDC dc(this);
   if (!pictureValid_) renderPicture();
   dc.SetBackground(wxBrush(colourOf(kBackground)));
@@ -209,9 +235,8 @@ void DrawingCanvas::onPaint(wxPaintEvent&) {
 
 void DrawingCanvas::onSize(wxSizeEvent& event) {
   const wxSize size = GetClientSize();
-  const bool first = view_.width() <= 1;
   view_.setSize(size.x, size.y);
-  if (first) view_.zoomTo(scene_.extents);
+  if (!viewChosen_) view_.zoomTo(scene_.extents);
   pictureValid_ = false;
   Refresh(false);
   event.Skip();
@@ -278,6 +303,7 @@ void DrawingCanvas::onMouse(wxMouseEvent& event) {
     view_.panPixels(moved.x, moved.y);
     redrawNow();
   } else if (event.GetEventType() == wxEVT_MOTION && dragFrom_) {
+    // The kept picture moves with the mouse; the drawing is drawn again only when the button comes up.
     dragOffset_ = at - *dragFrom_;
   } else if (event.GetEventType() == wxEVT_LEFT_DOWN) {
     // The view takes the keys (arrows, F3) once the main window has them; it does not pull the main window over
@@ -301,6 +327,7 @@ void DrawingCanvas::onWheel(wxMouseEvent& event) {
   const int rotation = event.GetWheelRotation();
   if (rotation == 0) return;
   const double notches = static_cast<double>(rotation) / std::max(1, event.GetWheelDelta());
+  viewChosen_ = true;
   view_.zoomAbout({static_cast<double>(event.GetX()), static_cast<double>(event.GetY())}, std::pow(kWheelStep, notches));
   redrawNow();
 }

@@ -51,6 +51,7 @@ class DrawingCanvas : public wxWindow {
 
  private:
   void onPaint(wxPaintEvent&);
+  void paint();
   void onSize(wxSizeEvent&);
   void onMouse(wxMouseEvent&);
   void onWheel(wxMouseEvent&);
@@ -66,6 +67,7 @@ class DrawingCanvas : public wxWindow {
   std::vector<ViewTransform> previous_;
   wxBitmap picture_;
   bool pictureValid_ = false;
+  bool viewChosen_ = false;  // the user panned or zoomed: a resize keeps the view instead of fitting the extents
   double lastRedrawMs_ = 0.0;
 
   bool wantsPoint_ = false;

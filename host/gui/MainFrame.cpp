@@ -120,6 +120,8 @@ void MainFrame::buildMenu() {
   recent_.UseMenu(recentMenu);
   file->AppendSeparator();
   file->Append(wxID_EXIT, "E&xit");
+  auto* edit = new wxMenu;
+  edit->Append(wxID_UNDO, "&Undo\tCtrl+Z");
   auto* view = new wxMenu;
   view->Append(kZoomExtents, "Zoom &Extents");
   view->Append(kZoomWindow, "Zoom &Window");
@@ -128,6 +130,7 @@ void MainFrame::buildMenu() {
   view->AppendCheckItem(kSnap, "Object &Snap\tF3")->Check(true);
   auto* bar = new wxMenuBar;
   bar->Append(file, "&File");
+  bar->Append(edit, "&Edit");
   bar->Append(view, "&View");
   SetMenuBar(bar);
   Bind(wxEVT_MENU, &MainFrame::onOpen, this, wxID_OPEN);
@@ -135,6 +138,10 @@ void MainFrame::buildMenu() {
   Bind(wxEVT_MENU, &MainFrame::onSaveAs, this, wxID_SAVEAS);
   Bind(wxEVT_MENU, &MainFrame::onRecent, this, wxID_FILE1, wxID_FILE9);
   Bind(wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+  // Undo is the host's U command, typed for the user: the command line shows it as any other command.
+  Bind(wxEVT_MENU, [this](wxCommandEvent&) {
+    if (!commandRunning()) deliverInput({editor::InputKind::Text, L"_U", false});
+  }, wxID_UNDO);
   Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->zoomExtents(); }, kZoomExtents);
   Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->startZoomWindow(); }, kZoomWindow);
   Bind(wxEVT_MENU, [this](wxCommandEvent&) { canvas_->zoomPrevious(); }, kZoomPrevious);

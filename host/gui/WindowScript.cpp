@@ -69,10 +69,14 @@ bool dialogThroughWidgets(const std::string& line) {
   if (verb == "set") {
     auto* edit = dynamic_cast<wxTextCtrl*>(widget);
     if (edit == nullptr || !edit->IsEditable()) return false;
-    // The rest of the line after the control id, as the headless script reads it.
-    std::size_t at = line.find(w[3], line.find(w[2], line.find(w[1]) + w[1].size()) + w[2].size());
-    at += w[3].size();
-    std::string text = at < line.size() ? line.substr(at + 1) : std::string();
+    // The rest of the line from its fifth word on, blanks inside and at the end kept, as headless reads it.
+    std::size_t at = 0;
+    for (int word = 0; word < 4; ++word) {
+      at = line.find_first_not_of(" \t", at);
+      at = line.find_first_of(" \t", at);
+    }
+    at = at == std::string::npos ? line.size() : line.find_first_not_of(" \t", at);
+    std::string text = at == std::string::npos ? std::string() : line.substr(at);
     while (!text.empty() && (text.back() == '\r' || text.back() == '\n')) text.pop_back();
     edit->SetFocus();
     edit->SetValue(wxString::FromUTF8(text));

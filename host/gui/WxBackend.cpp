@@ -38,18 +38,21 @@ bool scripted() { return host::headless::ScriptRunner::active() != nullptr; }
 
 bool alive(const CWnd* window) { return ::ui::detail::isAlive(window) && window->GetSafeHwnd() != nullptr; }
 
-// The report list: rows are asked from the framework list when they are drawn, as the list is virtual.
+// The report list: rows are asked from the framework list when they are drawn, as the list is virtual. The
+// list is found through its window handle, as a module class may have taken it over after the widget was made.
 class ReportList : public wxListCtrl {
  public:
-  ReportList(wxWindow* parent, CListCtrl& list, const wxPoint& at, const wxSize& size)
-      : wxListCtrl(parent, wxID_ANY, at, size, wxLC_REPORT | wxLC_VIRTUAL), list_(&list) {}
+  ReportList(wxWindow* parent, const CWnd& list, const wxPoint& at, const wxSize& size)
+      : wxListCtrl(parent, wxID_ANY, at, size, wxLC_REPORT | wxLC_VIRTUAL), handle_(list.GetSafeHwnd()) {}
 
  private:
   wxString OnGetItemText(long row, long column) const override {
-    if (!alive(list_) || row >= list_->GetItemCount() || column >= list_->GetColumnCount()) return {};
-    return list_->GetCellDisplayText(static_cast<int>(row), static_cast<int>(column));
+    if (!::ui::detail::isLiveHandle(handle_)) return {};
+    auto* list = dynamic_cast<CListCtrl*>(reinterpret_cast<::ui::detail::WindowData*>(handle_)->self);
+    if (list == nullptr || row >= list->GetItemCount() || column >= list->GetColumnCount()) return {};
+    return list->GetCellDisplayText(static_cast<int>(row), static_cast<int>(column));
   }
-  CListCtrl* list_;
+  HWND handle_;
 };
 
 // Dialog templates give an edit 12 to 14 dialog units, less than the toolkit's single-line entry needs to show
@@ -179,6 +182,19 @@ int WxBackend::trackPopupMenu(const std::vector<::ui::MenuItem>& items, CWnd* ow
   return id;
 }
 
+::ui::PrintResult WxBackend::printTable(const ::ui::PrintTable& table, std::wstring& error) {
+  auto& headless = host::headless::HeadlessUi::instance();
+  if (scripted()) return headless.printTable(table, error);
+  // The pages are laid out by the host's PDF printer; the person chooses where the PDF goes.
+  wxFileDialog chooser(mainFrame(), "Print \"" + wxString(table.title) + "\" to PDF", {}, table.title + L".pdf",
+                       "PDF documents (*.pdf)|*.pdf", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  if (chooser.ShowModal() == wxID_OK)
+    headless.queuePrintAnswer(chooser.GetPath().ToStdWstring());
+  else
+    headless.queuePrintAnswer(std::nullopt);
+  return headless.printTable(table, error);
+}
+
 void WxBackend::runModalLoop(CDialog& dialog) {
   wxWindow* widget = widgetOf(dialog);
   auto* shown = dynamic_cast<wxDialog*>(widget);
@@ -291,8 +307,7 @@ void WxBackend::windowCreated(CWnd& window) {
       widget = new wxSpinButton(parent, wxID_ANY, r.GetPosition(), r.GetSize(), wxSP_VERTICAL | wxSP_WRAP);
       break;
     case ControlKind::ListView:
-      if (auto* list = dynamic_cast<CListCtrl*>(&window))
-        widget = new ReportList(parent, *list, r.GetPosition(), r.GetSize());
+      widget = new ReportList(parent, window, r.GetPosition(), r.GetSize());
       break;
     case ControlKind::ComboBox: widget = new wxChoice(parent, wxID_ANY, r.GetPosition(), r.GetSize()); break;
     default: break;

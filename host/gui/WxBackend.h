@@ -30,6 +30,7 @@ class WxBackend : public host::ui::UiBackend {
   void setWaitCursor(bool shown) override;
   int textWidth(const CWnd* window, const std::wstring& text) override;
   CSize dialogBaseUnits(const CWnd* dialog) override;
+  ::ui::PrintResult printTable(const ::ui::PrintTable& table, std::wstring& error) override;
 
   void windowCreated(CWnd& window) override;
   void windowChanged(CWnd& window) override;

@@ -47,9 +47,16 @@ void WxBackend::sync(CWnd& window, wxWindow& widget) {
   if (widget.IsEnabled() != d.enabled) widget.Enable(d.enabled);
   switch (d.kind) {
     case ControlKind::Static:
-      if (auto* label = dynamic_cast<wxStaticText*>(&widget); label != nullptr && label->GetLabel() != d.text) {
-        label->SetLabel(d.text);
-        label->Wrap(d.rect.Width());
+      if (auto* label = dynamic_cast<wxStaticText*>(&widget)) {
+        // Texts of several lines break at the control's width. A one-line label keeps its line whole even where
+        // the screen font is wider than the one the template was laid out for.
+        const bool lines = d.rect.Height() >= 2 * label->GetCharHeight();
+        if (label->GetLabel() != d.text) {
+          label->SetLabel(d.text);
+          if (lines) label->Wrap(d.rect.Width());
+        }
+        const int needed = label->GetTextExtent(d.text).x + 2;
+        if (!lines && needed > d.rect.Width()) label->SetSize(needed, std::max(1, d.rect.Height()));
       }
       break;
     case ControlKind::GroupBox:
@@ -88,20 +95,22 @@ void WxBackend::syncList(CWnd& window, wxWindow& widget) {
   if (list == nullptr || framework == nullptr) return;
   const CHeaderCtrl* header = framework->GetHeaderCtrl();
   const int columns = framework->GetColumnCount();
+  // The toolkit pads its cells more than the widths the module measures allow for.
+  constexpr int kCellPadding = 10;
   while (list->GetColumnCount() > columns) list->DeleteColumn(list->GetColumnCount() - 1);
   for (int c = 0; c < columns; ++c) {
     const std::wstring text = header != nullptr ? header->GetItemText(c) : std::wstring();
     const int format = framework->GetColumnFormat(c) == LVCFMT_RIGHT ? wxLIST_FORMAT_RIGHT : wxLIST_FORMAT_LEFT;
     if (c >= list->GetColumnCount()) {
-      list->AppendColumn(text, static_cast<wxListColumnFormat>(format), framework->GetColumnWidth(c));
+      list->AppendColumn(text, static_cast<wxListColumnFormat>(format), framework->GetColumnWidth(c) + kCellPadding);
       continue;
     }
     wxListItem item;
     item.SetMask(wxLIST_MASK_TEXT | wxLIST_MASK_FORMAT | wxLIST_MASK_WIDTH);
     list->GetColumn(c, item);
-    if (item.GetText() != wxString(text) || item.GetWidth() != framework->GetColumnWidth(c)) {
+    if (item.GetText() != wxString(text) || item.GetWidth() != framework->GetColumnWidth(c) + kCellPadding) {
       item.SetText(text);
-      item.SetWidth(framework->GetColumnWidth(c));
+      item.SetWidth(framework->GetColumnWidth(c) + kCellPadding);
       item.SetAlign(static_cast<wxListColumnFormat>(format));
       list->SetColumn(c, item);
     }

@@ -56,6 +56,13 @@ HostRun WindowTest::cadhost(const fs::path& drawing, const std::string& script, 
   return run;
 }
 
+void WindowTest::keep(const fs::path& png, const std::string& name) {
+  const fs::path folder = fs::path(VIRA_BINARY_DIR) / "screenshots";
+  std::error_code ec;
+  fs::create_directories(folder, ec);
+  fs::copy_file(png, folder / name, fs::copy_options::overwrite_existing, ec);
+}
+
 Picture WindowTest::picture(const fs::path& png) {
   Picture p;
   const fs::path ppm = dir_ / (png.stem().string() + ".ppm");

@@ -41,6 +41,8 @@ class WindowTest : public ::testing::Test {
   // `virtualDisplay`; the drawing is saved to `save` when that is not empty.
   HostRun cadhost(const fs::path& drawing, const std::string& script, const std::string& options, const fs::path& save,
               bool virtualDisplay = true);
+  // Keeps a copy of a screenshot in the build tree's screenshots/ folder (the README's pictures come from there).
+  void keep(const fs::path& png, const std::string& name);
   // Reads a PNG the run wrote (through ImageMagick's convert); an empty picture when it cannot.
   Picture picture(const fs::path& png);
 

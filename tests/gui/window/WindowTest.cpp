@@ -30,15 +30,16 @@ TEST_F(WindowTest, TheDemoTransformationGivesTheHeadlessTranscriptAndDrawingAndS
   EXPECT_EQ(window.out, headless.out);
   EXPECT_EQ(slurp(dir_ / "window.dxf"), slurp(dir_ / "headless.dxf"));
 
+  keep(dir_ / "filled.png", "transformation-dialog.png");
   const Picture empty = picture(dir_ / "empty.png"), filled = picture(dir_ / "filled.png");
   ASSERT_GT(filled.width, 0);
   ASSERT_EQ(empty.width, filled.width);
   // The drawing view: its background spans the window's upper part; the dialog sits over its middle.
   const Rect view = boundsOf(filled, kViewBackground, {0, 0, filled.width - 1, filled.height - 1});
   ASSERT_FALSE(view.empty());
-  const int cx = (view.left + view.right) / 2, cy = (view.top + view.bottom) / 2;
-  const std::uint32_t face = commonestColour(filled, {cx - 40, cy - 40, cx + 40, cy + 40});
-  ASSERT_NE(face, kViewBackground) << "a dialog over the middle of the view";
+  const int cx = (view.left + view.right) / 2;
+  // The dialog's face has the colour of the main window's own face, as the status bar at its foot shows it.
+  const std::uint32_t face = commonestColour(filled, {0, filled.height - 12, 300, filled.height - 4});
   const Rect dialog = boundsOf(filled, face, view);
   ASSERT_FALSE(dialog.empty());
   ASSERT_LT(dialog.left, cx);
@@ -79,6 +80,43 @@ TEST_F(WindowTest, APickSnapsToTheNearestPointAndF3SwitchesSnapOff) {
   ASSERT_EQ(std::sscanf(picked.c_str(), "%lf,%lf", &x, &y), 2) << picked;
   EXPECT_NEAR(x, 2561290.05, 0.5);
   EXPECT_NEAR(y, 5634012.04, 0.5);
+}
+
+TEST_F(WindowTest, APointCaptureByClicksFillsTheListAsHeadlessAndShowsItsRows) {
+  // Clicks on the three control points of the site plan; snapping gives each its full 3D coordinate, the same
+  // text a headless script types for them.
+  const std::string picks = "@pick 2561210,5634010,251.2\n@pick 2561290,5634012,252.85\n@pick 2561288,5634070,254.1\n";
+  const std::string finish = "@dialog 4001 dump\n@answer file " + (dir_ / "punkte.csv").string() +
+                             "\n@dialog 4001 click 4002\n@dialog 4001 click 1\n";
+  const HostRun headless = cadhost(sitePlan(), "_ViraPtPick\n" + picks + finish, "--headless", {}, false);
+  ASSERT_EQ(headless.status, 0) << headless.err;
+  const std::string csv = slurp(dir_ / "punkte.csv");
+  fs::remove(dir_ / "punkte.csv");
+  const HostRun window = cadhost(sitePlan(),
+                                 "_ViraPtPick\n@screenshot " + (dir_ / "none.png").string() + "\n" + picks +
+                                     "@screenshot " + (dir_ / "three.png").string() + "\n" + finish,
+                                 "--window", {});
+  ASSERT_EQ(window.status, 0) << window.err;
+  EXPECT_EQ(window.out, headless.out);
+  EXPECT_NE(window.out.find("row 2 \"3\" \"2561288.0000000\" \"5634070.0000000\" \"254.1000000\""),
+            std::string::npos)
+      << window.out;
+  EXPECT_EQ(slurp(dir_ / "punkte.csv"), csv);
+
+  // The list (template 232 x 206 dialog units, the list at (7,7)-(225,158)) shows three rows under its header.
+  keep(dir_ / "three.png", "capture-dialog.png");
+  const Picture none = picture(dir_ / "none.png"), three = picture(dir_ / "three.png");
+  ASSERT_GT(three.width, 0);
+  const Rect view = boundsOf(three, kViewBackground, {0, 0, three.width - 1, three.height - 1});
+  // The dialog's face has the colour of the main window's own face, as the status bar at its foot shows it.
+  const std::uint32_t face = commonestColour(three, {0, three.height - 12, 300, three.height - 4});
+  const Rect dialog = boundsOf(three, face, view);
+  ASSERT_FALSE(dialog.empty());
+  const double ux = (dialog.right - dialog.left + 1) / 232.0, uy = (dialog.bottom - dialog.top + 1) / 206.0;
+  const Rect rows{dialog.left + static_cast<int>(8 * ux), dialog.top + static_cast<int>(22 * uy),
+                  dialog.left + static_cast<int>(224 * ux), dialog.top + static_cast<int>(60 * uy)};
+  EXPECT_EQ(darkPixels(none, rows), 0) << "no rows before the first click";
+  EXPECT_GT(darkPixels(three, rows), 300) << "three rows of names and coordinates";
 }
 
 TEST_F(WindowTest, TheViewDrawsTheGeometryWhereItLies) {
