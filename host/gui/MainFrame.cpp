@@ -11,6 +11,8 @@
 
 #include <wx/button.h>
 #include <wx/dcmemory.h>
+#include <wx/image.h>
+#include <wx/mstream.h>
 #include <wx/filedlg.h>
 #include <wx/menu.h>
 #include <wx/msgdlg.h>
@@ -309,11 +311,23 @@ void MainFrame::onClose(wxCloseEvent& event) {
   (void)event;
 }
 
-wxToolBar* MainFrame::addToolbar(const std::vector<int>& commands) {
+wxToolBar* MainFrame::addToolbar(const ::ui::ToolbarTemplate& template_) {
   wxToolBar* bar = GetToolBar();
-  if (bar == nullptr) bar = CreateToolBar(wxTB_HORIZONTAL | wxTB_TEXT);
+  if (bar == nullptr) {
+    bar = CreateToolBar(wxTB_HORIZONTAL | wxTB_TEXT);
+    bar->Bind(wxEVT_TOOL, [](wxCommandEvent& event) {
+      try {
+        host::ui::pressToolbarButton(event.GetId());
+      } catch (const std::exception&) {
+        wxBell();
+      }
+    });
+  }
+  if (template_.buttons == toolbarCommands_) return bar;
+  toolbarCommands_ = template_.buttons;
   bar->ClearTools();
-  for (int id : commands) {
+  std::size_t image = 0;
+  for (int id : template_.buttons) {
     if (id == 0) {
       bar->AddSeparator();
       continue;
@@ -326,21 +340,21 @@ wxToolBar* MainFrame::addToolbar(const std::vector<int>& commands) {
       tip = label.substr(0, nl);
       label = label.substr(nl + 1);
     }
-    // Until the module brings pictures for its buttons they show their names on a plain square.
-    wxBitmap blank(16, 16);
-    {
-      wxMemoryDC dc(blank);
+    wxBitmap picture;
+    if (image < template_.images.size()) {
+      const std::string& png = template_.images[image++];
+      wxMemoryInputStream stream(png.data(), png.size());
+      wxImage decoded;
+      if (decoded.LoadFile(stream, wxBITMAP_TYPE_PNG)) picture = wxBitmap(decoded);
+    }
+    if (!picture.IsOk()) {
+      // Without a picture the button shows its name over a plain square.
+      picture = wxBitmap(16, 16);
+      wxMemoryDC dc(picture);
       dc.SetBackground(*wxLIGHT_GREY_BRUSH);
       dc.Clear();
     }
-    bar->AddTool(id, label, blank, tip);
-    bar->Bind(wxEVT_TOOL, [id](wxCommandEvent&) {
-      try {
-        host::ui::pressToolbarButton(id);
-      } catch (const std::exception&) {
-        wxBell();
-      }
-    }, id);
+    bar->AddTool(id, label, picture, tip);
   }
   bar->Realize();
   return bar;

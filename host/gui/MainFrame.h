@@ -4,6 +4,7 @@
 
 #include "host/editor/Input.h"
 #include "host/gui/DrawingCanvas.h"
+#include "sdk/ui/Resources.h"
 
 #include <wx/filehistory.h>
 #include <wx/frame.h>
@@ -33,8 +34,9 @@ class MainFrame : public wxFrame {
   void typeCommand(const wxString& text);
   // The command line's text box (for keys a script types).
   wxTextCtrl& commandLine() { return *entry_; }
-  // A toolbar of the module: its buttons start the commands they stand for.
-  wxToolBar* addToolbar(const std::vector<int>& commands);
+  // A toolbar of the module: its buttons (with their pictures, where the resource has them) start the commands
+  // they stand for.
+  wxToolBar* addToolbar(const ::ui::ToolbarTemplate& bar);
   bool closing() const { return closing_; }
   // F3: object snap on or off, from the main window or a dialog beside it.
   void toggleSnap();
@@ -64,6 +66,7 @@ class MainFrame : public wxFrame {
   std::wstring shownPrompt_;
   const void* shownDocument_ = nullptr;
   bool closing_ = false;
+  std::vector<int> toolbarCommands_;
 };
 
 MainFrame* mainFrame();

@@ -14,6 +14,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/textctrl.h>
+#include <wx/toolbar.h>
 #include <wx/uiaction.h>
 
 #include <sstream>
@@ -101,8 +102,22 @@ bool dialogThroughWidgets(const std::string& line) {
   return false;
 }
 
+// "@toolbar CMD" as a click on the button of the window's toolbar, when it has one with that command.
+bool toolbarThroughWidgets(const std::string& line) {
+  const std::vector<std::string> w = words(line);
+  if (w.size() != 2 || w[0] != "@toolbar" || w[1].find_first_not_of("0123456789") != std::string::npos ||
+      w[1].size() > 9)
+    return false;
+  wxToolBar* bar = mainFrame()->GetToolBar();
+  const int id = std::stoi(w[1]);
+  if (bar == nullptr || !bar->IsShown() || bar->FindById(id) == nullptr) return false;
+  wxCommandEvent click(wxEVT_TOOL, id);
+  sendEvent(*bar, click);
+  return true;
+}
+
 void uiLine(const std::string& line) {
-  if (dialogThroughWidgets(line)) {
+  if (dialogThroughWidgets(line) || toolbarThroughWidgets(line)) {
     settle();
     return;
   }

@@ -259,7 +259,7 @@ void WxBackend::windowCreated(CWnd& window) {
   }
   if (d.kind == ControlKind::Header) return;  // part of its list's widget
   if (d.kind == ControlKind::ToolBar) {
-    widgets_[window.GetSafeHwnd()] = mainFrame()->addToolbar(d.buttons);
+    widgets_[window.GetSafeHwnd()] = mainFrame()->addToolbar(d.toolbar);
     return;
   }
   if (d.kind == ControlKind::Dialog) {
@@ -346,7 +346,7 @@ void WxBackend::windowChanged(CWnd& window) {
   }
   if (d.kind == ControlKind::ToolBar) {
     if (wxWindow* bar = widgetOf(window)) bar->Show(d.visible);
-    widgets_[window.GetSafeHwnd()] = mainFrame()->addToolbar(d.buttons);
+    widgets_[window.GetSafeHwnd()] = mainFrame()->addToolbar(d.toolbar);
     return;
   }
   if (wxWindow* widget = widgetOf(window)) sync(window, *widget);

@@ -177,6 +177,19 @@ void WxBackend::bindEvents(CWnd& window, wxWindow& widget) {
         if (CWnd* w = current()) act([w] { w->OnCommand(IDCANCEL, BN_CLICKED); });
       });
       break;
+    case ControlKind::Static:
+      if ((dataOf(window).style & SS_NOTIFY) != 0) {
+        // A link: blue and underlined, with the hand cursor; a click opens it through the module.
+        widget.SetForegroundColour(wxColour(0, 102, 204));
+        wxFont font = widget.GetFont();
+        font.SetUnderlined(true);
+        widget.SetFont(font);
+        widget.SetCursor(wxCursor(wxCURSOR_HAND));
+        widget.Bind(wxEVT_LEFT_UP, [this, current](wxMouseEvent&) {
+          if (CWnd* w = current()) act([w] { host::ui::clickButton(*w); });
+        });
+      }
+      break;
     case ControlKind::Button:
       widget.Bind(wxEVT_BUTTON, [this, current](wxCommandEvent&) {
         if (CWnd* w = current()) act([w] { host::ui::clickButton(*w); });

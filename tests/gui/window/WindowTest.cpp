@@ -119,6 +119,20 @@ TEST_F(WindowTest, APointCaptureByClicksFillsTheListAsHeadlessAndShowsItsRows) {
   EXPECT_GT(darkPixels(three, rows), 300) << "three rows of names and coordinates";
 }
 
+TEST_F(WindowTest, TheModulesToolbarButtonsStartItsCommandsAsHeadless) {
+  const std::string script = "_ViraCoordDef\n10,20\n@toolbar 40002\n@toolbar 40001\n@dialog 4000 dump\n@esc\n";
+  const HostRun headless = cadhost(sitePlan(), script, "--headless", {}, false);
+  const HostRun window = cadhost(sitePlan(), script + "@screenshot " + (dir_ / "bar.png").string() + "\n",
+                                 "--window", {});
+  ASSERT_EQ(window.status, 0) << window.err;
+  EXPECT_EQ(window.out, headless.out);
+  // The bar sits between the menu and the drawing view, its two buttons drawn.
+  const Picture shot = picture(dir_ / "bar.png");
+  ASSERT_GT(shot.width, 0);
+  const Rect view = boundsOf(shot, kViewBackground, {0, 0, shot.width - 1, shot.height - 1});
+  EXPECT_GT(darkPixels(shot, {0, view.top - 50, 400, view.top - 2}), 200);
+}
+
 TEST_F(WindowTest, TheViewDrawsTheGeometryWhereItLies) {
   // A red line and a green square at survey coordinates; nothing else, so the extents are known.
   const fs::path drawing = dir_ / "lines.dxf";
