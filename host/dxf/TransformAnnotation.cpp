@@ -17,14 +17,6 @@ bool planPoint(TagList& t, std::size_t i, Edits& edits, const auto& map) {
   return true;
 }
 
-bool planScaled(TagList& t, std::size_t i, double factor, Edits& edits) {
-  if (i == kNone) return true;
-  double v = 0.0;
-  if (!readNumber(t, i, v)) return false;
-  edits.set(t, i, v * factor);
-  return true;
-}
-
 constexpr long long kAngular = 2, kAngular3Point = 5;
 
 }  // namespace
@@ -72,14 +64,7 @@ TransformStatus transformLeader(Entity& e, const Context& c) {
   if (!readExtrusion(t, idx, normal) ||
       !readOptionalVector(t, idx[211], {1.0, 0.0, 0.0}, horizontal))
     return S::InvalidData;
-  for (std::size_t i = 0; i < idx.end(); ++i) {
-    if (t.code(i) != 10) continue;
-    Vec3 p;
-    bool hasZ = false;
-    if (!readPoint(t, i, p, hasZ)) return S::InvalidData;
-    c.edits.setPoint(t, i, c.m.point(p), hasZ);
-    i += hasZ ? 2 : 1;
-  }
+  if (!planWorldPoints(t, 0, idx.end(), 10, c.m, c.edits)) return S::InvalidData;
   const OcsTransform ocs(c.m, normal);
   planExtrusion(t, idx[210], idx.end(), ocs.newExtrusion(), c.edits);
   const Vec3 newHorizontal = c.m.direction(horizontal).normalized();

@@ -8,14 +8,9 @@ namespace {
 
 using S = TransformStatus;
 
-bool planWorldPoints(TagList& t, const CodeIndex& idx, std::initializer_list<int> codes, const Context& c) {
-  for (int code : codes) {
-    if (!idx.has(code)) continue;
-    Vec3 p;
-    bool hasZ = false;
-    if (!readPoint(t, idx[code], p, hasZ)) return false;
-    c.edits.setPoint(t, idx[code], c.m.point(p), hasZ);
-  }
+bool planWorldPointsOf(TagList& t, const CodeIndex& idx, std::initializer_list<int> codes, const Context& c) {
+  for (int code : codes)
+    if (!planWorldPoint(t, idx[code], c.m, c.edits)) return false;
   return true;
 }
 
@@ -38,7 +33,7 @@ TransformStatus transformArcDimension(Entity& e, const Context& c) {
   }
   const CodeIndex idx(t, own + 1);
   // First and second arc end, arc centre, and the two points of the leader to a partial arc.
-  if (!planWorldPoints(t, idx, {13, 14, 15, 16, 17}, c)) return S::InvalidData;
+  if (!planWorldPointsOf(t, idx, {13, 14, 15, 16, 17}, c)) return S::InvalidData;
   const OcsTransform ocs(c.m, extrusion);
   for (int code : {40, 41}) {
     if (!idx.has(code)) continue;
@@ -58,7 +53,7 @@ TransformStatus transformLargeRadialDimension(Entity& e, const Context& c) {
   if (const S s = planDimension(t, own, c); s != S::Ok) return s;
   // Chord point, the centre shown instead of the true one, and the jog point; the jog angle is measured
   // against the dimension line and turns with it.
-  if (!planWorldPoints(t, CodeIndex(t, own + 1), {13, 14, 15}, c)) return S::InvalidData;
+  if (!planWorldPointsOf(t, CodeIndex(t, own + 1), {13, 14, 15}, c)) return S::InvalidData;
   return S::Ok;
 }
 

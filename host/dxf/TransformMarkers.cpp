@@ -9,23 +9,6 @@ namespace {
 
 using S = TransformStatus;
 
-bool planWorldPoint(TagList& t, std::size_t i, const Context& c) {
-  if (i == kNone) return true;
-  Vec3 p;
-  bool hasZ = false;
-  if (!readPoint(t, i, p, hasZ)) return false;
-  c.edits.setPoint(t, i, c.m.point(p), hasZ);
-  return true;
-}
-
-bool planScaledValue(TagList& t, std::size_t i, double factor, const Context& c) {
-  if (i == kNone) return true;
-  double v = 0.0;
-  if (!readNumber(t, i, v)) return false;
-  c.edits.set(t, i, v * factor);
-  return true;
-}
-
 }  // namespace
 
 TransformStatus transformTolerance(Entity& e, const Context& c) {
@@ -37,7 +20,7 @@ TransformStatus transformTolerance(Entity& e, const Context& c) {
   if (!readExtrusion(t, idx, extrusion) || !readOptionalVector(t, idx[11], {1.0, 0.0, 0.0}, direction) ||
       direction.lengthSquared() == 0.0)
     return S::InvalidData;
-  if (!planWorldPoint(t, idx[10], c)) return S::InvalidData;
+  if (!planWorldPoint(t, idx[10], c.m, c.edits)) return S::InvalidData;
   const std::size_t ownEnd = idx.has(10) ? sectionEnd(t, idx[10]) : idx.end();
   const Vec3 newDirection = c.m.direction(direction).normalized();
   if (idx.has(11))
@@ -61,7 +44,7 @@ TransformStatus transformShape(Entity& e, const Context& c) {
     return S::InvalidData;
   const OcsTransform ocs(c.m, extrusion);
   // The insertion point is a world point, unlike a text's.
-  if (!planWorldPoint(t, idx[10], c)) return S::InvalidData;
+  if (!planWorldPoint(t, idx[10], c.m, c.edits)) return S::InvalidData;
   const std::size_t ownEnd = idx.has(10) ? sectionEnd(t, idx[10]) : idx.end();
   if (idx.has(40)) c.edits.set(t, idx[40], size * ocs.length(fromAngleDeg(rotation + 90.0)));
   const double turned = ocs.angleDeg(rotation);
@@ -84,8 +67,8 @@ TransformStatus transformLight(Entity& e, const Context& c) {
   Vec3 beam = target - position;
   if (beam.lengthSquared() == 0.0) beam = {1.0, 0.0, 0.0};
   const double stretch = c.m.direction(beam.normalized()).length();
-  if (!planWorldPoint(t, idx[10], c) || !planWorldPoint(t, idx[11], c) ||
-      !planScaledValue(t, idx[41], stretch, c) || !planScaledValue(t, idx[42], stretch, c))
+  if (!planWorldPoint(t, idx[10], c.m, c.edits) || !planWorldPoint(t, idx[11], c.m, c.edits) ||
+      !planScaled(t, idx[41], stretch, c.edits) || !planScaled(t, idx[42], stretch, c.edits))
     return S::InvalidData;
   return S::Ok;
 }
@@ -95,7 +78,8 @@ TransformStatus transformOleFrame(Entity& e, const Context& c) {
   TagList& t = e.tags;
   const CodeIndex idx(t);
   // Upper left and lower right corner.
-  if (!idx.has(10) || !idx.has(11) || !planWorldPoint(t, idx[10], c) || !planWorldPoint(t, idx[11], c))
+  if (!idx.has(10) || !idx.has(11) || !planWorldPoint(t, idx[10], c.m, c.edits) ||
+      !planWorldPoint(t, idx[11], c.m, c.edits))
     return S::InvalidData;
   // The frame's width and height are repeated in the extended data, each after its key (41, 42).
   const std::size_t x = xdataStart(t);
@@ -103,7 +87,7 @@ TransformStatus transformOleFrame(Entity& e, const Context& c) {
     if (t.code(i) != 1070 || t.code(i + 1) != 1040) continue;
     const long long key = t.integer(i).value_or(0);
     if (key != 41 && key != 42) continue;
-    if (!planScaledValue(t, i + 1, c.kind.scale, c)) return S::InvalidData;
+    if (!planScaled(t, i + 1, c.kind.scale, c.edits)) return S::InvalidData;
   }
   return S::Ok;
 }

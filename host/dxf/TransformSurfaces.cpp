@@ -7,14 +7,6 @@ namespace {
 
 using S = TransformStatus;
 
-bool planScaledValue(TagList& t, std::size_t i, double factor, const Context& c) {
-  if (i == kNone) return true;
-  double v = 0.0;
-  if (!readNumber(t, i, v)) return false;
-  c.edits.set(t, i, v * factor);
-  return true;
-}
-
 }  // namespace
 
 TransformStatus transformMesh(Entity& e, const Context& c) {
@@ -22,16 +14,7 @@ TransformStatus transformMesh(Entity& e, const Context& c) {
   TagList& t = e.tags;
   const std::size_t own = subclassMarker(t, "AcDbSubDMesh");
   if (own == kNone) return S::InvalidData;
-  const std::size_t end = CodeIndex(t, own).end();
-  for (std::size_t i = own + 1; i < end; ++i) {
-    if (t.code(i) != 10) continue;
-    Vec3 p;
-    bool hasZ = false;
-    if (!readPoint(t, i, p, hasZ)) return S::InvalidData;
-    c.edits.setPoint(t, i, c.m.point(p), hasZ);
-    i += hasZ ? 2 : 1;
-  }
-  return S::Ok;
+  return planWorldPoints(t, own + 1, CodeIndex(t, own).end(), 10, c.m, c.edits) ? S::Ok : S::InvalidData;
 }
 
 TransformStatus transformHelix(Entity& e, const Context& c) {
@@ -48,7 +31,7 @@ TransformStatus transformHelix(Entity& e, const Context& c) {
   if (!readOptionalVector(t, idx[12], kWorldZ, axis) || axis.lengthSquared() == 0.0) return S::InvalidData;
   if (idx.has(12)) c.edits.setPoint(t, idx[12], c.m.direction(axis).normalized(), pointHasZ(t, idx[12]));
   // Radius and the height of one turn grow with the drawing; the number of turns stays.
-  if (!planScaledValue(t, idx[40], c.kind.scale, c) || !planScaledValue(t, idx[42], c.kind.scale, c))
+  if (!planScaled(t, idx[40], c.kind.scale, c.edits) || !planScaled(t, idx[42], c.kind.scale, c.edits))
     return S::InvalidData;
   // A mirror turns a right-handed helix into a left-handed one.
   if (idx.has(290) && mirrors(c.m)) {
@@ -80,7 +63,7 @@ TransformStatus transformMLine(Entity& e, const Context& c) {
       i += hasZ ? 2 : 1;
     } else if (code == 40 || code == 41 || code == 42) {
       // Scale, element parameters (distance along the miter, then dash lengths), area fill parameters.
-      if (!planScaledValue(t, i, c.kind.scale, c)) return S::InvalidData;
+      if (!planScaled(t, i, c.kind.scale, c.edits)) return S::InvalidData;
     }
   }
   planExtrusion(t, idx[210], idx.end(), ocs.newExtrusion(), c.edits);

@@ -147,6 +147,32 @@ void planExtrusion(TagList& tags, std::size_t extrusionIndex, std::size_t insert
   }
 }
 
+bool planScaled(TagList& tags, std::size_t i, double factor, Edits& edits) {
+  if (i == kNone) return true;
+  double v = 0.0;
+  if (!readNumber(tags, i, v)) return false;
+  edits.set(tags, i, v * factor);
+  return true;
+}
+
+bool planWorldPoint(TagList& tags, std::size_t i, const Affine& m, Edits& edits) {
+  if (i == kNone) return true;
+  Vec3 p;
+  bool hasZ = false;
+  if (!readPoint(tags, i, p, hasZ)) return false;
+  edits.setPoint(tags, i, m.point(p), hasZ);
+  return true;
+}
+
+bool planWorldPoints(TagList& tags, std::size_t from, std::size_t to, int code, const Affine& m, Edits& edits) {
+  for (std::size_t i = from; i < to; ++i) {
+    if (tags.code(i) != code) continue;
+    if (!planWorldPoint(tags, i, m, edits)) return false;
+    i += pointHasZ(tags, i) ? 2 : 1;
+  }
+  return true;
+}
+
 std::size_t subclassMarker(const TagList& tags, std::string_view name) {
   for (std::size_t i = 0; i < tags.size(); ++i)
     if (tags.code(i) == 100 && trimBlanks(tags.text(i)) == name) return i;

@@ -137,6 +137,13 @@ std::size_t xdataStart(const TagList& tags);
 // applications keep in the extended data.
 bool planXdata(TagList& tags, const Affine& m, const MatrixKind& kind, Edits& edits);
 
+// Plans the number at `i` times `factor`; kNone has nothing to plan. False when the number is unreadable.
+bool planScaled(TagList& tags, std::size_t i, double factor, Edits& edits);
+// Plans the world point whose x tag sits at `i` through the matrix; kNone has nothing to plan.
+bool planWorldPoint(TagList& tags, std::size_t i, const Affine& m, Edits& edits);
+// Plans every world point with group code `code` among the tags [from, to).
+bool planWorldPoints(TagList& tags, std::size_t from, std::size_t to, int code, const Affine& m, Edits& edits);
+
 // Writes the entity's new extrusion: into its 210 tags when it has them, else as new tags at `insertAt`
 // when the plane is no longer the world XY plane.
 void planExtrusion(TagList& tags, std::size_t extrusionIndex, std::size_t insertAt, const Vec3& extrusion,

@@ -78,7 +78,9 @@ TEST_P(CorpusAgreement, MovesAsAnIndependentTransformationSaysOrStaysAndIsReport
 }
 
 INSTANTIATE_TEST_SUITE_P(Corpus, CorpusAgreement, ::testing::ValuesIn(dxfcorpus::drawings()),
-                         [](const ::testing::TestParamInfo<fs::path>& info) { return dxfcorpus::testName(info.param); });
+                         [](const ::testing::TestParamInfo<fs::path>& info) {
+                           return dxfcorpus::testName(info.param);
+                         });
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(CorpusAgreement);
 
 TEST(CorpusAgreementSetup, CorpusIsBesideTheCheckout) {
