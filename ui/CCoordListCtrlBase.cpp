@@ -271,6 +271,18 @@ void CCoordListCtrlBase::Update(const KoEvent& event) {
       Refresh();
       m_leaving = nullptr;
       return;
+    case eKoEventAdded: {
+      // A capture appends one point after the last: the rows grow by one instead of being built anew, so a
+      // click costs the same in a list of ten points or of ten thousand.
+      const auto* point = event.Element<KoPoint>();
+      if (RowsInSourceOrder() && point != nullptr && point->Next() == nullptr && m_points != nullptr &&
+          point == m_points->Last()) {
+        if (Shows(point)) AppendRow(const_cast<KoPoint*>(point));
+        return;
+      }
+      Refresh();
+      return;
+    }
     default: Refresh(); return;
   }
 }

@@ -61,6 +61,12 @@ void CListCtrlEx::Refresh() {
   std::vector<CListCtrlExDataReference> rows;
   for (void* item = GetFirstItem(); item != nullptr; item = GetNextItem(item)) rows.emplace_back(item);
   SetRows(std::move(rows));
+  m_rowsInSourceOrder = true;
+}
+
+void CListCtrlEx::AppendRow(void* data) {
+  m_rows.emplace_back(data);
+  if (GetSafeHwnd() != nullptr) UpdateRowCount();
 }
 
 void CListCtrlEx::PreSubclassWindow() {
@@ -170,6 +176,7 @@ void CListCtrlEx::SortByColumn(int column, bool ascending) {
                   return CompareRows(a, b) <= 0;
                 });
   gSortList = nullptr;
+  m_rowsInSourceOrder = false;
   UpdateRowCount();
   Reselect();
   m_header.SetSortImage(column, ascending ? CHeaderCtrlEx::kAscending : CHeaderCtrlEx::kDescending);

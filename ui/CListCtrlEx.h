@@ -163,6 +163,11 @@ class CListCtrlEx : public CListCtrl {
   void UpdateRowCount();
   // Replaces the rows (in this order) and selects again what was selected.
   void SetRows(std::vector<CListCtrlExDataReference> rows);
+  // Adds one row at the end, for an object that the source appended after its last one.
+  void AppendRow(void* data);
+  // True while the rows stand in the order GetFirstItem/GetNextItem give them (no sort since the last
+  // Refresh), so that an object appended to the source may simply become the last row.
+  bool RowsInSourceOrder() const { return m_rowsInSourceOrder; }
 
  private:
   friend class CListCtrlExDataReference;
@@ -194,6 +199,7 @@ class CListCtrlEx : public CListCtrl {
   bool m_keyboardUp = false;
   // Selection changes made by the control itself (sorting, rebuilding) do not touch the selection array.
   bool m_syncingSelection = false;
+  bool m_rowsInSourceOrder = true;
   CWnd* m_editor = nullptr;
   int m_editRow = -1;
   int m_editColumn = -1;

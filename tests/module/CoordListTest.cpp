@@ -116,11 +116,14 @@ TEST_F(CoordListTest, SortingFollowsEachFieldsRuleAndRowsFollowTheList) {
   } noA;
   list_.SetFilter(&noA);
   EXPECT_THAT(column(0), ElementsAre(L"B", L"C", L"D"));
+  add("A", 9, 0, 0);  // appended, but filtered out
+  add("E", 5, 0, 0);
+  EXPECT_THAT(column(0), ElementsAre(L"B", L"C", L"D", L"E"));
   list_.SetDeleteMode(CListCtrlEx::kDeleteWithoutAsking);
   host::ui::selectRows(list_, {0, 2});
   host::ui::pressKey(list_, VK_DELETE, 0, 0);
-  EXPECT_EQ(points_.Count(), 2u);
-  EXPECT_THAT(column(0), ElementsAre(L"C"));
+  EXPECT_EQ(points_.Count(), 4u);
+  EXPECT_THAT(column(0), ElementsAre(L"C", L"E"));
   list_.SetFilter(nullptr);
   points_.DeleteAll();
   EXPECT_EQ(list_.GetItemCount(), 0);
