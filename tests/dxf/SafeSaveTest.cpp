@@ -11,6 +11,7 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -66,6 +67,13 @@ TEST(SafeSave, LinksAreFollowedAndWhatIsNoDrawingFileIsRefused) {
   EXPECT_FALSE(save(dir / "pipe.dxf", "x", error));
   EXPECT_THAT(error, HasSubstr("not a regular file"));
   EXPECT_TRUE(fs::is_fifo(dir / "pipe.dxf"));
+  // A device node of our own (root may make one): a null device that must stay one.
+  if (::mknod((dir / "device.dxf").c_str(), S_IFCHR | 0666, makedev(1, 3)) == 0) {
+    EXPECT_FALSE(save(dir / "device.dxf", "x", error));
+    EXPECT_THAT(error, HasSubstr("not a regular file"));
+    EXPECT_TRUE(fs::is_character_file(dir / "device.dxf"));
+    fs::remove(dir / "device.dxf");
+  }
   fs::create_directories(dir / "folder.dxf");
   EXPECT_FALSE(save(dir / "folder.dxf", "x", error));
   EXPECT_THAT(error, HasSubstr("directory"));
