@@ -4,6 +4,8 @@
 #include "sdk/AcDbEntity.h"
 #include "sdk/AcDbSymbolTables.h"
 
+#include <cmath>
+
 using host::db::ObjectRecord;
 using host::db::Space;
 
@@ -53,6 +55,13 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
   AcDbImpDatabase& drawing = *imp()->record->drawing;
   dxf::Document& doc = drawing.doc();
   AcDbImpObject& imp = *entity->imp();
+  // An entity made with a coordinate that is no finite number (a point built from a failed computation)
+  // would write a drawing that no reader takes back.
+  for (std::size_t i = 0; i < imp.entity.tags.size(); ++i) {
+    const int code = imp.entity.tags.code(i);
+    if (code >= 10 && code <= 59)
+      if (auto v = imp.entity.tags.number(i); v && !std::isfinite(*v)) return Acad::eInvalidInput;
+  }
   std::string layerName = imp.layer.empty() ? drawing.currentLayer() : host::toUtf8(imp.layer);
   std::optional<dxf::LayerRecord> layer = doc.findLayer(layerName);
   if (!layer) layer = doc.findLayer("0");

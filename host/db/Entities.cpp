@@ -6,6 +6,7 @@
 #include "host/dxf/TransformDrawing.h"
 #include "sdk/AcDbEntities.h"
 
+#include <cmath>
 #include <cstring>
 #include <cstdlib>
 #include <new>
@@ -68,6 +69,8 @@ void setCommonTag(dxf::TagList& tags, int code, std::string text) {
 dxf::Entity* data(const AcDbObject& object) { return object.imp()->entityData(); }
 
 Acad::ErrorStatus setPoint(AcDbEntity& entity, int code, const AcGePoint3d& point) {
+  // A drawing never gets a coordinate that no reader can take back.
+  if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z)) return Acad::eInvalidInput;
   if (Acad::ErrorStatus es = host::db::checkWritable(entity); es != Acad::eOk) return es;
   writePoint(data(entity)->tags, code, point);
   return Acad::eOk;

@@ -8,6 +8,7 @@
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
 
+#include <cmath>
 #include <fstream>
 #include <sstream>
 
@@ -102,6 +103,34 @@ TEST_F(DrawingTest, UndoTakesBackAppendedErasedAndChangedObjectsWithTheirIds) {
     EXPECT_EQ(modelSpaceIds(db()), before);
     EXPECT_FALSE(host::undoLastCommand(undone));
   }
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(DrawingTest, NoCoordinateThatIsNotFiniteReachesTheDrawing) {
+  openSample();
+  const std::string untouched = slurp(save("untouched.dxf"));
+  const double nan = std::nan(""), inf = HUGE_VAL;
+
+  AcDbBlockTable* blocks = nullptr;
+  ASSERT_EQ(db()->getBlockTable(blocks, AcDb::kForRead), Acad::eOk);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(blocks->getAt(ACDB_MODEL_SPACE, model, AcDb::kForWrite), Acad::eOk);
+  blocks->close();
+  auto* point = new AcDbPoint(AcGePoint3d(1.0, nan, 0.0));
+  EXPECT_EQ(model->appendAcDbEntity(point), Acad::eInvalidInput);
+  delete point;
+  model->close();
+
+  AcDbEntity* entity = nullptr;
+  ASSERT_EQ(acdbOpenAcDbEntity(entity, firstOnLayer(db(), L"Survey"), AcDb::kForWrite), Acad::eOk);
+  auto* surveyPoint = dynamic_cast<AcDbPoint*>(entity);
+  ASSERT_NE(surveyPoint, nullptr);
+  EXPECT_EQ(surveyPoint->setPosition(AcGePoint3d(inf, 0.0, 0.0)), Acad::eInvalidInput);
+  entity->close();
+  EXPECT_EQ(slurp(save("after.dxf")), untouched);
 }
 
 }  // namespace
