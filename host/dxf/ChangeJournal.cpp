@@ -1,5 +1,6 @@
 #include "host/dxf/ChangeJournal.h"
 
+#include <cstring>
 #include <utility>
 
 namespace dxf {
@@ -45,6 +46,26 @@ bool ChangeJournal::unchanged(const Saved& s) {
   return s.record->erased == s.erased && sameTags(s.record->tags, s.tags) && sameRecords(s.record->children, s.children);
 }
 
+bool ChangeJournal::unchangedKept(const Kept& k) {
+  return k.record->erased == k.erased && k.record->tags.pristine() && k.record->tags.size() == k.count &&
+         k.record->children.empty();
+}
+
+namespace {
+constexpr std::size_t kArenaBlock = std::size_t{1} << 16;  // tags per block: half a megabyte
+}
+
+void* ChangeJournal::Step::keep(const void* packed, std::size_t count) {
+  if (arena.empty() || arenaUsed + count > kArenaBlock) {
+    arena.push_back(std::make_unique_for_overwrite<std::uint64_t[]>(kArenaBlock));
+    arenaUsed = 0;
+  }
+  std::uint64_t* at = arena.back().get() + arenaUsed;
+  if (count > 0) std::memcpy(at, packed, count * TagList::kPackedTagSize);
+  arenaUsed += count;
+  return at;
+}
+
 bool ChangeJournal::endStep() {
   if (!open_) return false;
   open_ = false;
@@ -52,6 +73,7 @@ bool ChangeJournal::endStep() {
   // A record opened for a change that did not come (a refused transformation, a value set to what it
   // was) is no change of the drawing.
   std::erase_if(step_.saved, unchanged);
+  std::erase_if(step_.kept, unchangedKept);
   std::erase_if(step_.appends, [](const Append& a) { return a.sequence->size() == a.size; });
   if (step_.empty()) {
     step_ = Step{};
@@ -70,6 +92,12 @@ void ChangeJournal::takeBack(Step& step, const Observer& observer) {
     record.erased = it->erased;
     if (observer.restored) observer.restored(record);
   }
+  for (auto it = step.kept.rbegin(); it != step.kept.rend(); ++it) {
+    Entity& record = *it->record;
+    record.tags.restorePristine(it->packed, it->count, it->base);
+    record.erased = it->erased;
+    if (observer.restored) observer.restored(record);
+  }
   for (auto it = step.appends.rbegin(); it != step.appends.rend(); ++it) {
     std::deque<Entity>& sequence = *it->sequence;
     while (sequence.size() > it->size) {
@@ -80,6 +108,9 @@ void ChangeJournal::takeBack(Step& step, const Observer& observer) {
   for (auto it = step.actions.rbegin(); it != step.actions.rend(); ++it) (*it)();
   // Emptied, not replaced: a fresh deque allocates, and this runs when memory may have run out.
   step.saved.clear();
+  step.kept.clear();
+  step.arena.clear();
+  step.arenaUsed = 0;
   step.appends.clear();
   step.actions.clear();
 }
@@ -111,7 +142,13 @@ void ChangeJournal::clear() {
 void ChangeJournal::recordChange(Entity& record) {
   Step& step = current();
   if (record.journalStep == step.serial) return;
-  step.saved.push_back(Saved{&record, record.tags, record.children, record.erased});
+  const TagList& tags = record.tags;
+  if (record.children.empty() && tags.pristine() && tags.size() <= kArenaBlock) {
+    const void* packed = step.keep(tags.packedTags(), tags.size());
+    step.kept.push_back(Kept{&record, tags.packedBase(), packed, static_cast<std::uint32_t>(tags.size()), record.erased});
+  } else {
+    step.saved.push_back(Saved{&record, record.tags, record.children, record.erased});
+  }
   record.journalStep = step.serial;
 }
 

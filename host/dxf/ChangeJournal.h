@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -57,6 +58,15 @@ class ChangeJournal {
     std::vector<Entity> children;
     bool erased;
   };
+  // A record as read from the file, without children: its packed tags, copied into the step's arena, say
+  // all there is to it. Most records a command changes are such, and an arena allocates in large blocks.
+  struct Kept {
+    Entity* record;
+    const char* base;
+    const void* packed;
+    std::uint32_t count;
+    bool erased;
+  };
   struct Append {
     std::deque<Entity>* sequence;
     std::size_t size;
@@ -64,17 +74,22 @@ class ChangeJournal {
   struct Step {
     std::uint32_t serial = 0;
     std::string label;
-    std::deque<Saved> saved;  // a deque: a large step grows without copying what it holds
+    std::deque<Saved> saved;  // deques: a large step grows without copying what it holds
+    std::deque<Kept> kept;
+    std::vector<std::unique_ptr<std::uint64_t[]>> arena;
+    std::size_t arenaUsed = 0;  // of the last block
     std::vector<Append> appends;
     std::vector<std::function<void()>> actions;
-    bool empty() const { return saved.empty() && appends.empty() && actions.empty(); }
+    bool empty() const { return saved.empty() && kept.empty() && appends.empty() && actions.empty(); }
+    void* keep(const void* packed, std::size_t count);
   };
 
   Step& current();
   static void takeBack(Step& step, const Observer& observer);
   static bool unchanged(const Saved& saved);
+  static bool unchangedKept(const Kept& kept);
 
-  std::vector<Step> closed_;
+  std::deque<Step> closed_;  // a deque: steps are never copied when one is added
   Step step_;
   bool open_ = false;
   bool implicit_ = false;  // opened by a change outside any step

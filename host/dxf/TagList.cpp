@@ -235,6 +235,15 @@ void TagList::insert(std::size_t i, int code, std::string text) {
 
 void TagList::insertNumber(std::size_t i, int code, double value) { insert(i, code, formatNumber(value)); }
 
+void TagList::restorePristine(const void* packed, std::size_t count, const char* base) {
+  static_assert(sizeof(Packed) == kPackedTagSize);
+  const auto* first = static_cast<const Packed*>(packed);
+  tags_.assign(first, first + count);
+  base_ = base;
+  own_ = TextStore();
+  modified_ = false;
+}
+
 void TagList::erase(std::size_t i) {
   tags_.erase(tags_.begin() + static_cast<std::ptrdiff_t>(i));
   modified_ = true;

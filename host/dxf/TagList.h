@@ -107,6 +107,15 @@ class TagList {
   // True once any tag was changed, inserted or erased since the list was read.
   bool modified() const { return modified_; }
 
+  // A list as read and never changed is nothing but its packed tags over the file buffer: a change journal
+  // keeps that much (eight bytes a tag, see packedTags) and puts it back with restorePristine, which
+  // allocates nothing as long as the list did not lose tags since.
+  bool pristine() const { return !modified_ && own_.data() == nullptr; }
+  const void* packedTags() const { return tags_.data(); }
+  const char* packedBase() const { return base_; }
+  static constexpr std::size_t kPackedTagSize = 8;
+  void restorePristine(const void* packed, std::size_t count, const char* base);
+
  private:
   // One tag in 8 bytes: the offset of its value relative to base_ (file texts) or into own_ (program texts,
   // kOwned set), then the value's length (14 bits), the code (11 bits), the length of the code line (4 bits)
