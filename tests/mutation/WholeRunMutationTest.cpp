@@ -30,6 +30,18 @@
 
 extern char** environ;
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kUnderSanitizer = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+constexpr bool kUnderSanitizer = true;
+#else
+constexpr bool kUnderSanitizer = false;
+#endif
+#else
+constexpr bool kUnderSanitizer = false;
+#endif
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -253,7 +265,8 @@ HostRun cadhost(const fs::path& dir, const fs::path& drawing, const fs::path& sc
 TEST(WholeRunMutation, MutatedDrawingsNeverCrashHangOrLeaveADamagedFile) {
   const std::vector<std::string> start = seeds();
   const long seed = envNumber("VIRA_MUTATION_SEED", 20261123);
-  const long maxRuns = envNumber("VIRA_MUTATION_RUNS", 150);
+  // Under the sanitizers a run takes about ten times as long; the suite keeps to about a minute either way.
+  const long maxRuns = envNumber("VIRA_MUTATION_RUNS", kUnderSanitizer ? 60 : 150);
   const long seconds = envNumber("VIRA_MUTATION_SECONDS", 0);
   const bool verbose = envNumber("VIRA_MUTATION_VERBOSE", 0) != 0;
   std::mt19937 rng(static_cast<std::mt19937::result_type>(seed));
