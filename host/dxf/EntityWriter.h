@@ -18,6 +18,7 @@ class Sink {
  public:
   explicit Sink(int fd = -1) : fd_(fd) {}
   void write(std::string_view bytes) {
+    if (bytes.empty()) return;  // an empty view may have no data at all, which memcpy must not see
     if (bytes.size() > buffer_.size() - used_) makeRoom(bytes.size());
     std::memcpy(buffer_.data() + used_, bytes.data(), bytes.size());
     used_ += bytes.size();

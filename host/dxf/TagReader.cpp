@@ -111,6 +111,9 @@ TagReader::Line TagReader::nextLine(std::string_view& out) {
   }
   if (firstNul_ >= static_cast<std::size_t>(begin - buffer_.data()) && firstNul_ < pos_) {
     if (!repairs_) fail(number, "the line holds a NUL byte; this is not a text DXF file");
+    // Recovery reads on: the next NUL byte marks the next line to skip.
+    const void* nul = pos_ < buffer_.size() ? std::memchr(buffer_.data() + pos_, '\0', buffer_.size() - pos_) : nullptr;
+    firstNul_ = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - buffer_.data()) : buffer_.size();
     return Line::Bad;
   }
   return Line::Ok;

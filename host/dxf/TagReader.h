@@ -70,7 +70,7 @@ class TagReader {
   std::string_view buffer_;
   std::size_t pos_ = 0;
   std::size_t line_ = 1;  // number of the next line to read
-  std::size_t firstNul_;  // offset of the first NUL byte, the buffer's size when there is none
+  std::size_t firstNul_;  // offset of the first NUL byte not yet passed, the buffer's size when there is none
   RawTag current_;
   bool ready_ = false;
   std::string error_;

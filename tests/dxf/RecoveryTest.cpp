@@ -92,6 +92,12 @@ TEST(DxfRecovery, WhatStandsOutsideItsPlaceIsMovedThereOrDropped) {
   EXPECT_EQ(r.doc->modelSpace()[1]->value(40), "5.0");
   EXPECT_EQ(r.saved.find("garbage"), std::string::npos);
   EXPECT_EQ(r.saved.find("unknown"), std::string::npos);
+  // Every line with a NUL byte is skipped, not only the first: the repaired text must hold none.
+  const std::string nuls = kHeader + "  0\nSECTION\n  2\nENTITIES\n" + kLine + std::string(" 40\n1\0\n", 7) + kPoint +
+                           std::string("  0\nCIR\0CLE\n", 12) + "  0\nENDSEC\n  0\nEOF\n";
+  r = recover(nuls);
+  EXPECT_THAT(r.repairs, ElementsAre("tags with an unreadable value dropped: 2"));
+  EXPECT_EQ(r.saved.find('\0'), std::string::npos);
   // A second section of a kind is refused as it stands: a reader would see only the first.
   const std::string twice = kHeader + "  0\nSECTION\n  2\nENTITIES\n" + kLine + "  0\nENDSEC\n"
                             "  0\nSECTION\n  2\nENTITIES\n" + kPoint + "  0\nENDSEC\n  0\nEOF\n";
