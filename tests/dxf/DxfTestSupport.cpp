@@ -15,8 +15,6 @@ namespace dxftest {
 
 namespace fs = std::filesystem;
 
-namespace {
-
 int runPython(std::vector<std::string> args, std::string& output) {
   const fs::path log = fs::path(VIRA_BINARY_DIR) / "tests" / "dxf" / ("python-" + std::to_string(::getpid()) + ".log");
   args.insert(args.begin(), VIRA_PYTHON);
@@ -40,8 +38,6 @@ int runPython(std::vector<std::string> args, std::string& output) {
   fs::remove(log);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
-
-}  // namespace
 
 fs::path scratchDir(const std::string& name) {
   const fs::path dir = fs::path(VIRA_BINARY_DIR) / "tests" / "dxf" / "scratch" / name;

@@ -14,6 +14,10 @@ std::filesystem::path scratchDir(const std::string& name);
 // The drawings written by tests/dxf/make_corpus.py, one per version, generated once per run.
 const std::vector<std::filesystem::path>& corpus();
 
+// Runs Debian's python with these arguments (a script and its arguments); returns its exit status, what it
+// printed in `output`.
+int runPython(std::vector<std::string> args, std::string& output);
+
 // Runs tests/dxf/check_drawing.py with these arguments; returns its exit status, its output in `output`.
 int checkDrawing(const std::vector<std::string>& args, std::string& output);
 

@@ -5,58 +5,22 @@
 #include "CorpusFiles.h"
 
 #include "host/dxf/Document.h"
+#include "tests/dxf/DxfTestSupport.h"
 
 #include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <fstream>
-#include <spawn.h>
-#include <sstream>
-#include <sys/wait.h>
-#include <unistd.h>
-
-extern char** environ;
 
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string readFile(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
+using dxftest::readFile;
 
-fs::path scratchDir(const std::string& name) {
-  const fs::path dir = fs::path(VIRA_BINARY_DIR) / "tests" / "dxf_corpus" / "scratch" / name;
-  fs::remove_all(dir);
-  fs::create_directories(dir);
-  return dir;
-}
+fs::path scratchDir(const std::string& name) { return dxftest::scratchDir("corpus-" + name); }
 
 // Runs check_corpus.py; its exit status, and what it printed in `output`.
-int checkWithEzdxf(const fs::path& dir, std::vector<std::string> args, std::string& output) {
-  const fs::path log = dir / "ezdxf.log";
-  args.insert(args.begin(), {VIRA_PYTHON, std::string(VIRA_SOURCE_DIR) + "/tests/dxf_corpus/check_corpus.py"});
-  std::vector<char*> argv;
-  for (std::string& a : args) argv.push_back(a.data());
-  argv.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  posix_spawn_file_actions_adddup2(&actions, 1, 2);
-  pid_t pid = 0;
-  const int rc = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (rc != 0) {
-    output = "cannot start " + args[0];
-    return -1;
-  }
-  int status = 0;
-  ::waitpid(pid, &status, 0);
-  output = readFile(log);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+int checkWithEzdxf(std::vector<std::string> args, std::string& output) {
+  args.insert(args.begin(), std::string(VIRA_SOURCE_DIR) + "/tests/dxf_corpus/check_corpus.py");
+  return dxftest::runPython(args, output);
 }
 
 // A drawing as a user gets it: opened as it stands, or else through recovery.
@@ -83,7 +47,7 @@ class CorpusDrawing : public ::testing::TestWithParam<fs::path> {};
 void expectRefusedByBoth(const fs::path& file, const Opened& o) {
   EXPECT_EQ(o.error.rfind(file.string() + ": ", 0), 0u) << o.error;
   std::string report;
-  EXPECT_NE(checkWithEzdxf(scratchDir(dxfcorpus::testName(file) + "-refused"), {"opens", file.string()}, report), 0)
+  EXPECT_NE(checkWithEzdxf({"opens", file.string()}, report), 0)
       << "ezdxf opens what the store refuses: " << o.error;
 }
 
@@ -133,7 +97,7 @@ TEST_P(CorpusDrawing, TakesANewLayerThatTheIndependentReaderSees) {
 
   std::string report;
   const std::string original = o.repairs.empty() ? file.string() : "-";
-  EXPECT_EQ(checkWithEzdxf(dir, {original, saved.string(), layer}, report), 0) << report;
+  EXPECT_EQ(checkWithEzdxf({original, saved.string(), layer}, report), 0) << report;
 }
 
 std::string nameOf(const ::testing::TestParamInfo<fs::path>& info) { return dxfcorpus::testName(info.param); }
