@@ -119,27 +119,6 @@ TEST(DxfBinary, EveryKindOfValueReadsAsTextAndWritesBackByteForByte) {
   }
 }
 
-TEST(DxfBinary, ANewLayerAndATransformationComeOutAsBinaryThatReadsBack) {
-  std::string error;
-  auto doc = dxf::Document::parse(sample(false).bytes(), "sample.dxfb", error);
-  ASSERT_TRUE(doc) << error;
-  ASSERT_TRUE(doc->addLayer("Kanal", 5, "", error)) << error;
-  const dxf::Matrix44 shift{{{1, 0, 0, 100.5}, {0, 1, 0, -20}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
-  dxf::Entity& line = *doc->modelSpace()[0];
-  line.tags.setNumber(*line.tags.find(30), 0.0);  // the sample's NaN would refuse any transformation
-  line.tags.setNumber(*line.tags.find(31), 0.0);
-  ASSERT_EQ(dxf::transformEntity(line, shift), dxf::TransformStatus::Ok);
-  const std::string saved = doc->bytes();
-  ASSERT_EQ(saved.substr(0, 22), std::string("AutoCAD Binary DXF\r\n\x1a\0", 22));
-  auto again = dxf::Document::parse(saved, "saved.dxfb", error);
-  ASSERT_TRUE(again) << error;
-  EXPECT_TRUE(again->isBinary());
-  EXPECT_TRUE(again->findLayer("kanal"));
-  EXPECT_EQ(dxf::parseNumber(again->modelSpace()[0]->value(10)), 2561234.567 + 100.5);
-  EXPECT_EQ(again->modelSpace()[0]->value(310), "00FF10");
-  EXPECT_TRUE(again->bytes() == saved);
-}
-
 TEST(DxfBinary, DamageIsNamedByItsByteOffsetAndEveryCutIsRefusedOrRecovered) {
   const std::string bytes = sample(false).bytes();
   std::string error;

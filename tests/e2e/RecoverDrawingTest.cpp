@@ -56,15 +56,6 @@ TEST_F(RecoverDrawing, IsSuggestedThenListsItsRepairsAndLeavesTheDamagedFileAlon
   EXPECT_EQ(slurp(damaged), bytes);
   HostRun reopened = run(repaired, "");
   EXPECT_EQ(reopened.status, 0) << reopened.err;
-
-  // What recovery cannot open either is refused without the hint.
-  const fs::path csv = dir_ / "points.dxf";
-  std::ofstream(csv) << "Easting;Northing\n2561234.5;5634012.3\n";
-  HostRun refused = run(csv, "--recover");
-  EXPECT_EQ(refused.status, 1);
-  EXPECT_THAT(refused.err, HasSubstr("recovery found no section"));
-  refused = run(csv, "");
-  EXPECT_THAT(refused.err, ::testing::Not(HasSubstr("--recover")));
 }
 
 }  // namespace
