@@ -29,6 +29,7 @@ class Sink {
     if (n > buffer_.size() - used_) makeRoom(n);
     char* p = buffer_.data() + used_;
     for (std::string_view part : {code, eol, value, eol}) {
+      if (part.empty()) continue;  // an empty view may have no data at all
       std::memcpy(p, part.data(), part.size());
       p += part.size();
     }
