@@ -3,8 +3,9 @@
 //   dialog 4001 "Punkte erfassen"                      the template id and the title (plus " hidden")
 //   ID KIND "TEXT" FLAGS...                            one line per control, in tab order
 //
-// KIND is one of static, line (an etched line), group, edit, button, checkbox, updown, list, combo. FLAGS, in this
-// order and only where they apply: "position N" (updown), "checked" (checkbox), "readonly" (edit), "disabled",
+// KIND is one of static, link (a label that opens its text when clicked), line (an etched line), group, edit,
+// button, checkbox, updown, list, combo. FLAGS, in this order and only where they apply: "position N" (updown),
+// "checked" (checkbox), "readonly" (edit), "disabled",
 // "hidden". A control without an id shows -1. A list's text is its window text (usually ""); its line is
 // followed, indented by two blanks, by
 //

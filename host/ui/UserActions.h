@@ -25,8 +25,8 @@ void noteDialogOpened(int templateId);
 // Control `id` of `dialog`; throws when there is none (ids that several labels share, -1, are not addressable).
 CWnd& findControl(CDialog& dialog, int id);
 
-// The word for a window's kind used in dumps and messages: static, line, group, edit, button, checkbox, updown,
-// list, combo, header, toolbar, dialog, frame.
+// The word for a window's kind used in dumps and messages: static, link, line, group, edit, button, checkbox,
+// updown, list, combo, header, toolbar, dialog, frame.
 std::string kindWord(const CWnd& window);
 // "control 4005 of dialog 4000"
 std::string describe(const CWnd& window);
