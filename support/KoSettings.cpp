@@ -18,8 +18,8 @@ std::string Environment(const char* name)
     return value ? std::string(value) : std::string();
 }
 
-// The XDG variable, else $HOME with the fallback below it; a relative XDG value is ignored as the
-// specification of those variables demands.
+// The XDG variable, else $HOME with the fallback below it; a relative XDG value is ignored, as the
+// base-directory rules for those variables demand.
 std::string BaseDirectory(const char* variable, const char* underHome)
 {
     std::string base = Environment(variable);
