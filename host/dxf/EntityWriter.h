@@ -25,15 +25,21 @@ class Sink {
   }
   // A tag: its code line and its value line, each followed by the line ending.
   void writeTag(std::string_view code, std::string_view value, std::string_view eol) {
-    const std::size_t n = code.size() + value.size() + 2 * eol.size();
+    const std::string_view codeEnd = lineEnd(code, eol), valueEnd = lineEnd(value, eol);
+    const std::size_t n = code.size() + codeEnd.size() + value.size() + valueEnd.size();
     if (n > buffer_.size() - used_) makeRoom(n);
     char* p = buffer_.data() + used_;
-    for (std::string_view part : {code, eol, value, eol}) {
+    for (std::string_view part : {code, codeEnd, value, valueEnd}) {
       if (part.empty()) continue;  // an empty view may have no data at all
       std::memcpy(p, part.data(), part.size());
       p += part.size();
     }
     used_ += n;
+  }
+  // A reader takes one carriage return before the line feed as part of the line ending, so a line whose
+  // text itself ends in one (a file with mixed line endings) is ended with CR LF to keep that character.
+  static std::string_view lineEnd(std::string_view text, std::string_view eol) {
+    return !text.empty() && text.back() == '\r' ? std::string_view("\r\n") : eol;
   }
   // Writes what is buffered to the file; false (with errorNumber() set) when the file refused it.
   bool flush();

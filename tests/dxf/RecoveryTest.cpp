@@ -68,6 +68,11 @@ TEST(DxfRecovery, OpenEndsAreClosedAndCutFilesKeepWhatCameBeforeTheCut) {
   EXPECT_TRUE(r.doc->findLayer("A"));
   ASSERT_EQ(r.doc->modelSpace().size(), 1u);
   EXPECT_EQ(r.doc->modelSpace()[0]->children.size(), 2u);
+  // Mixed line endings: a record whose type line ends in a stray carriage return is rewritten (a line
+  // inside it was skipped) into a file with bare line feeds; the carriage return must stay its own and
+  // not turn into a line ending that makes the record a new SECTION.
+  r = recover("  0\nSECTION\n  2\nENTITIES\n  0\nSECTION\r \nno code\n  0\nENDSEC\n  0\nEOF\n");
+  EXPECT_THAT(r.saved, HasSubstr("SECTION\r\r\n"));
 }
 
 TEST(DxfRecovery, WhatStandsOutsideItsPlaceIsMovedThereOrDropped) {
