@@ -4,6 +4,7 @@
 #include "host/gui/WidgetKeys.h"
 #include "host/headless/ScriptRunner.h"
 #include "host/headless/UiHeadless.h"
+#include "host/ui/CellFit.h"
 #include "host/ui/UserActions.h"
 #include "host/ui/WindowData.h"
 #include "sdk/ui/CButton.h"
@@ -50,7 +51,10 @@ class ReportList : public wxListCtrl {
     if (!::ui::detail::isLiveHandle(handle_)) return {};
     auto* list = dynamic_cast<CListCtrl*>(reinterpret_cast<::ui::detail::WindowData*>(handle_)->self);
     if (list == nullptr || row >= list->GetItemCount() || column >= list->GetColumnCount()) return {};
-    return list->GetCellDisplayText(static_cast<int>(row), static_cast<int>(column));
+    const std::wstring text = list->GetCellDisplayText(static_cast<int>(row), static_cast<int>(column));
+    // A coordinate shows whole, with the decimals its column has room for.
+    return host::ui::fitDecimals(text, GetColumnWidth(column) - kListTextMargins,
+                                 [this](const std::wstring& t) { return GetTextExtent(t).x; });
   }
   HWND handle_;
 };
@@ -239,7 +243,10 @@ void WxBackend::setWaitCursor(bool shown) {
 }
 
 int WxBackend::textWidth(const CWnd* window, const std::wstring& text) {
-  wxWindow* widget = window != nullptr ? widgetOf(*window) : nullptr;
+  // In the font of the widget that shows the window, or of the nearest window around it that has one.
+  wxWindow* widget = nullptr;
+  for (const CWnd* w = window; w != nullptr && widget == nullptr && alive(w); w = dataOf(*w).parent)
+    widget = widgetOf(*w);
   if (widget == nullptr) widget = mainFrame();
   return widget->GetTextExtent(text).x;
 }

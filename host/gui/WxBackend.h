@@ -17,6 +17,10 @@ class wxWindow;
 
 namespace host::gui {
 
+// The toolkit's report list draws a cell's text inside margins of its own, on both sides. Its columns are
+// wider than the framework's by these margins, so that a column has the framework's width for its text.
+inline constexpr int kListTextMargins = 12;
+
 class WxBackend : public host::ui::UiBackend {
  public:
   static WxBackend& instance();

@@ -8,6 +8,7 @@
 #include "sdk/ui/CHeaderCtrl.h"
 #include "sdk/ui/CListCtrl.h"
 
+#include <wx/app.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
@@ -17,6 +18,7 @@
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
 
@@ -29,13 +31,25 @@ namespace {
 // Lists longer than this keep their selection in the framework only; the widget shows the focused row.
 constexpr int kMirroredSelectionRows = 20000;
 
+// A template gives its up-down control the narrow strip of the classic arrows beside an edit. The toolkit's
+// spin buttons need more room than that to show both arrows: they get their own size, at the strip's left
+// edge and centred on its height, so that they stand beside the edit they step.
+wxRect upDownPlace(const CRect& strip, const wxWindow& widget) {
+  const wxSize natural = widget.GetBestSize();
+  const int width = std::max(strip.Width(), natural.x);
+  const int height = std::max(strip.Height(), natural.y);
+  return wxRect(strip.left, strip.top + (strip.Height() - height) / 2, std::max(1, width), std::max(1, height));
+}
+
 }  // namespace
 
 void WxBackend::sync(CWnd& window, wxWindow& widget) {
   const auto& d = dataOf(window);
   ++syncing_;
   if (d.kind != ControlKind::Dialog) {
-    const wxRect r(d.rect.left, d.rect.top, std::max(1, d.rect.Width()), std::max(1, d.rect.Height()));
+    const wxRect r = d.kind == ControlKind::UpDown ? upDownPlace(d.rect, widget)
+                                                   : wxRect(d.rect.left, d.rect.top, std::max(1, d.rect.Width()),
+                                                            std::max(1, d.rect.Height()));
     if (widget.GetRect() != r) widget.SetSize(r);
     if (widget.IsShown() != d.visible) widget.Show(d.visible);
   } else {
@@ -95,22 +109,20 @@ void WxBackend::syncList(CWnd& window, wxWindow& widget) {
   if (list == nullptr || framework == nullptr) return;
   const CHeaderCtrl* header = framework->GetHeaderCtrl();
   const int columns = framework->GetColumnCount();
-  // The toolkit pads its cells more than the widths the module measures allow for.
-  constexpr int kCellPadding = 10;
   while (list->GetColumnCount() > columns) list->DeleteColumn(list->GetColumnCount() - 1);
   for (int c = 0; c < columns; ++c) {
     const std::wstring text = header != nullptr ? header->GetItemText(c) : std::wstring();
     const int format = framework->GetColumnFormat(c) == LVCFMT_RIGHT ? wxLIST_FORMAT_RIGHT : wxLIST_FORMAT_LEFT;
     if (c >= list->GetColumnCount()) {
-      list->AppendColumn(text, static_cast<wxListColumnFormat>(format), framework->GetColumnWidth(c) + kCellPadding);
+      list->AppendColumn(text, static_cast<wxListColumnFormat>(format), framework->GetColumnWidth(c) + kListTextMargins);
       continue;
     }
     wxListItem item;
     item.SetMask(wxLIST_MASK_TEXT | wxLIST_MASK_FORMAT | wxLIST_MASK_WIDTH);
     list->GetColumn(c, item);
-    if (item.GetText() != wxString(text) || item.GetWidth() != framework->GetColumnWidth(c) + kCellPadding) {
+    if (item.GetText() != wxString(text) || item.GetWidth() != framework->GetColumnWidth(c) + kListTextMargins) {
       item.SetText(text);
-      item.SetWidth(framework->GetColumnWidth(c) + kCellPadding);
+      item.SetWidth(framework->GetColumnWidth(c) + kListTextMargins);
       item.SetAlign(static_cast<wxListColumnFormat>(format));
       list->SetColumn(c, item);
     }
@@ -259,6 +271,18 @@ void WxBackend::bindEvents(CWnd& window, wxWindow& widget) {
         const int column = e.GetColumn();
         CWnd* w = current();
         if (w != nullptr && column >= 0) act([w, column] { host::ui::clickHeader(*w, column); });
+      });
+      // A column the user made wider or narrower: the list's cells (the decimals of a coordinate) follow it.
+      list.Bind(wxEVT_LIST_COL_END_DRAG, [this, current, &list](wxListEvent& e) {
+        e.Skip();
+        const int column = e.GetColumn();
+        wxWeakRef<wxWindow> alive(&list);
+        wxTheApp->CallAfter([this, current, alive, column] {
+          CWnd* w = alive ? current() : nullptr;
+          if (w == nullptr || column < 0) return;
+          const int width = std::max(0, static_cast<wxListCtrl*>(alive.get())->GetColumnWidth(column) - kListTextMargins);
+          act([w, column, width] { host::ui::resizeColumn(*w, column, width); });
+        });
       });
       list.Bind(wxEVT_KEY_DOWN, [this, current](wxKeyEvent& e) {
         const FrameworkKey key = frameworkKey(e);

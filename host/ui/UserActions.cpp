@@ -226,6 +226,12 @@ void clickHeader(CWnd& control, int column) {
   ::ui::detail::sendNotify(control, notify);
 }
 
+void resizeColumn(CWnd& control, int column, int width) {
+  requireUsable(control, {"list"});
+  requireColumn(control, column);
+  dynamic_cast<CListCtrl&>(control).SetColumnWidth(column, width);
+}
+
 void rightClickCell(CWnd& control, int row, int column) {
   requireUsable(control, {"list"});
   requireColumn(control, column);

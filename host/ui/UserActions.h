@@ -43,6 +43,8 @@ void pressKey(CWnd& control, unsigned key, unsigned modifiers, wchar_t ch);
 // Selects exactly `rows` of a list (the last one gets the focus); an empty list clears the selection.
 void selectRows(CWnd& list, const std::vector<int>& rows);
 void clickHeader(CWnd& list, int column);
+// The user dragged the divider after `column` of a list's header: the column is `width` pixels wide now.
+void resizeColumn(CWnd& list, int column, int width);
 // Chooses entry `index` of a drop-down list (CBN_SELCHANGE).
 void chooseEntry(CWnd& comboBox, int index);
 // A right click on a cell; row -1 is the empty space below the rows.
