@@ -9,6 +9,7 @@
 #include "host/ui/UserActions.h"
 #include "sdk/ui/Resources.h"
 
+#include <wx/aui/auibar.h>
 #include <wx/button.h>
 #include <wx/dcmemory.h>
 #include <wx/image.h>
@@ -18,6 +19,7 @@
 #include <wx/msgdlg.h>
 #include <wx/sizer.h>
 #include <wx/statusbr.h>
+#include <wx/weakref.h>
 
 #include <charconv>
 #include <cwctype>
@@ -70,23 +72,28 @@ editor::Input takeDeliveredInput() {
 MainFrame::MainFrame() : wxFrame(nullptr, wxID_ANY, "cadhost", wxDefaultPosition, wxSize(1200, 800)) {
   gFrame = this;
   buildMenu();
+  // The drawing view with the command line below it fills the window; toolbars dock around it.
+  docking_.SetManagedWindow(this);
+  body_ = new wxPanel(this);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
-  canvas_ = new DrawingCanvas(this);
+  canvas_ = new DrawingCanvas(body_);
   sizer->Add(canvas_, 1, wxEXPAND);
 
-  history_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxSize(-1, 110),
+  history_ = new wxTextCtrl(body_, wxID_ANY, {}, wxDefaultPosition, wxSize(-1, 110),
                             wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
   sizer->Add(history_, 0, wxEXPAND);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
-  prompt_ = new wxStaticText(this, wxID_ANY, "Command:");
+  prompt_ = new wxStaticText(body_, wxID_ANY, "Command:");
   row->Add(prompt_, 0, wxALIGN_CENTER_VERTICAL | wxLEFT | wxRIGHT, 4);
-  keywords_ = new wxPanel(this);
+  keywords_ = new wxPanel(body_);
   keywords_->SetSizer(new wxBoxSizer(wxHORIZONTAL));
   row->Add(keywords_, 0, wxALIGN_CENTER_VERTICAL);
-  entry_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
+  entry_ = new wxTextCtrl(body_, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
   row->Add(entry_, 1, wxEXPAND | wxALL, 2);
   sizer->Add(row, 0, wxEXPAND);
-  SetSizer(sizer);
+  body_->SetSizer(sizer);
+  docking_.AddPane(body_, wxAuiPaneInfo().Name("drawing").CenterPane());
+  docking_.Update();
 
   CreateStatusBar(2);
   const int widths[] = {-3, -1};
@@ -109,6 +116,7 @@ MainFrame::MainFrame() : wxFrame(nullptr, wxID_ANY, "cadhost", wxDefaultPosition
 }
 
 MainFrame::~MainFrame() {
+  docking_.UnInit();
   if (gFrame == this) gFrame = nullptr;
 }
 
@@ -171,7 +179,7 @@ void MainFrame::showPrompt() {
     button->Bind(wxEVT_BUTTON, [word](wxCommandEvent&) { deliverInput({editor::InputKind::Text, word, false}); });
     keywords_->GetSizer()->Add(button, 0, wxRIGHT, 2);
   }
-  Layout();
+  body_->Layout();
 }
 
 void MainFrame::refreshDrawing(bool keepView) {
@@ -311,53 +319,146 @@ void MainFrame::onClose(wxCloseEvent& event) {
   (void)event;
 }
 
-wxToolBar* MainFrame::addToolbar(const ::ui::ToolbarTemplate& template_) {
-  wxToolBar* bar = GetToolBar();
-  if (bar == nullptr) {
-    bar = CreateToolBar(wxTB_HORIZONTAL | wxTB_TEXT);
-    bar->Bind(wxEVT_TOOL, [](wxCommandEvent& event) {
+wxAuiToolBar* MainFrame::showToolbar(const void* key, const ::ui::ToolbarTemplate& template_,
+                                     const std::wstring& title, bool visible) {
+  Toolbar& entry = toolbars_[key];
+  const wxString name = wxString::Format("toolbar%zu", toolbars_.size());
+  if (entry.bar == nullptr) {
+    entry.bar = new wxAuiToolBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                 wxAUI_TB_DEFAULT_STYLE | wxAUI_TB_TEXT | wxAUI_TB_GRIPPER);
+    entry.bar->Bind(wxEVT_TOOL, [](wxCommandEvent& event) {
       try {
         host::ui::pressToolbarButton(event.GetId());
       } catch (const std::exception&) {
         wxBell();
       }
     });
+    // A double click on the bar beside its buttons (its gripper) floats a docked bar and docks a floating one
+    // where it was docked last, as toolbars of CAD programs do.
+    wxAuiToolBar* bar = entry.bar;
+    bar->Bind(wxEVT_LEFT_DCLICK, [this, bar](wxMouseEvent& event) {
+      event.Skip();
+      if (bar->FindToolByPosition(event.GetX(), event.GetY()) != nullptr) return;
+      wxAuiPaneInfo& pane = docking_.GetPane(bar);
+      if (!pane.IsOk()) return;
+      if (pane.IsFloating())
+        pane.Dock();
+      else
+        pane.Float().FloatingPosition(ClientToScreen(wxPoint(GetClientSize().x / 3, GetClientSize().y / 4)));
+      CallAfter([this] { docking_.Update(); });
+    });
+    // A right click on the bar offers the places it can go.
+    bar->Bind(wxEVT_RIGHT_UP, [this, bar](wxMouseEvent& event) { placeToolbar(*bar, event.GetPosition()); });
+    // Docked at the top below the menu at first; the gripper drags it to another side or out as a floating bar.
+    // It cannot be closed: the module decides whether its toolbar shows.
+    docking_.AddPane(bar, wxAuiPaneInfo()
+                              .Name(name)
+                              .ToolbarPane()
+                              .Top()
+                              .Row(static_cast<int>(toolbars_.size()) - 1)
+                              .Gripper()
+                              .CloseButton(false)
+                              .Floatable()
+                              .Dockable()
+                              .LeftDockable()
+                              .RightDockable()
+                              .TopDockable()
+                              .BottomDockable());
   }
-  if (template_.buttons == toolbarCommands_) return bar;
-  toolbarCommands_ = template_.buttons;
-  bar->ClearTools();
-  std::size_t image = 0;
-  for (int id : template_.buttons) {
-    if (id == 0) {
-      bar->AddSeparator();
-      continue;
+  wxAuiPaneInfo& pane = docking_.GetPane(entry.bar);
+  bool changed = false;
+  if (template_.buttons != entry.commands) {
+    changed = true;
+    entry.commands = template_.buttons;
+    entry.bar->ClearTools();
+    std::size_t image = 0;
+    for (int id : template_.buttons) {
+      if (id == 0) {
+        entry.bar->AddSeparator();
+        continue;
+      }
+      // A command's string resource is "tooltip\nshort name"; the short name labels the button.
+      const std::wstring* text = ::ui::findString(id);
+      std::wstring label = text != nullptr ? *text : std::to_wstring(id);
+      std::wstring tip = label;
+      if (const std::size_t nl = label.find(L'\n'); nl != std::wstring::npos) {
+        tip = label.substr(0, nl);
+        label = label.substr(nl + 1);
+      }
+      wxBitmap picture;
+      if (image < template_.images.size()) {
+        const std::string& png = template_.images[image++];
+        wxMemoryInputStream stream(png.data(), png.size());
+        wxImage decoded;
+        if (decoded.LoadFile(stream, wxBITMAP_TYPE_PNG)) picture = wxBitmap(decoded);
+      }
+      if (!picture.IsOk()) {
+        // Without a picture the button shows its name over a plain square.
+        picture = wxBitmap(16, 16);
+        wxMemoryDC dc(picture);
+        dc.SetBackground(*wxLIGHT_GREY_BRUSH);
+        dc.Clear();
+      }
+      entry.bar->AddTool(id, label, picture, tip);
     }
-    // A command's string resource is "tooltip\nshort name"; the short name labels the button.
-    const std::wstring* text = ::ui::findString(id);
-    std::wstring label = text != nullptr ? *text : std::to_wstring(id);
-    std::wstring tip = label;
-    if (const std::size_t nl = label.find(L'\n'); nl != std::wstring::npos) {
-      tip = label.substr(0, nl);
-      label = label.substr(nl + 1);
-    }
-    wxBitmap picture;
-    if (image < template_.images.size()) {
-      const std::string& png = template_.images[image++];
-      wxMemoryInputStream stream(png.data(), png.size());
-      wxImage decoded;
-      if (decoded.LoadFile(stream, wxBITMAP_TYPE_PNG)) picture = wxBitmap(decoded);
-    }
-    if (!picture.IsOk()) {
-      // Without a picture the button shows its name over a plain square.
-      picture = wxBitmap(16, 16);
-      wxMemoryDC dc(picture);
-      dc.SetBackground(*wxLIGHT_GREY_BRUSH);
-      dc.Clear();
-    }
-    bar->AddTool(id, label, picture, tip);
+    entry.bar->Realize();
+    pane.BestSize(entry.bar->GetBestSize());
   }
-  bar->Realize();
-  return bar;
+  const wxString caption = title.empty() ? wxString("Toolbar") : wxString(title);
+  const bool visibleNow = visible && !template_.buttons.empty();
+  if (pane.caption != caption || pane.IsShown() != visibleNow) {
+    pane.Caption(caption).Show(visibleNow);
+    changed = true;
+  }
+  if (changed) docking_.Update();
+  return entry.bar;
+}
+
+void MainFrame::placeToolbar(wxAuiToolBar& bar, const wxPoint& at) {
+  enum { kTop = 1, kLeft, kRight, kBottom, kFloat };
+  wxMenu places;
+  places.Append(kTop, "Dock at the &top");
+  places.Append(kLeft, "Dock at the &left");
+  places.Append(kRight, "Dock at the &right");
+  places.Append(kBottom, "Dock at the &bottom");
+  places.AppendSeparator();
+  places.Append(kFloat, "&Float");
+  const int chosen = bar.GetPopupMenuSelectionFromUser(places, at);
+  wxAuiPaneInfo& pane = docking_.GetPane(&bar);
+  if (chosen == wxID_NONE || !pane.IsOk()) return;
+  if (chosen == kFloat) {
+    if (!pane.IsFloating())
+      pane.Float().FloatingPosition(ClientToScreen(wxPoint(GetClientSize().x / 3, GetClientSize().y / 4)));
+  } else {
+    // A bar that moves to another side goes into a row of its own there, outside the bars already docked.
+    const int side = chosen == kTop ? wxAUI_DOCK_TOP : chosen == kLeft ? wxAUI_DOCK_LEFT
+                   : chosen == kRight ? wxAUI_DOCK_RIGHT : wxAUI_DOCK_BOTTOM;
+    if (pane.IsFloating() || pane.dock_direction != side) pane.Dock().Direction(side).Layer(10).Row(0).Position(0);
+  }
+  CallAfter([this] { docking_.Update(); });
+}
+
+void MainFrame::removeToolbar(const void* key) {
+  const auto it = toolbars_.find(key);
+  if (it == toolbars_.end()) return;
+  wxAuiToolBar* bar = it->second.bar;
+  toolbars_.erase(it);
+  docking_.DetachPane(bar);
+  bar->Hide();
+  docking_.Update();
+  // The bar may be inside its own event handler (a button that unloads the module): it goes later.
+  wxWeakRef<wxWindow> ref(bar);
+  CallAfter([ref] {
+    if (ref) ref->Destroy();
+  });
+}
+
+wxAuiToolBar* MainFrame::toolbarWith(int command) {
+  for (auto& [key, entry] : toolbars_) {
+    if (entry.bar != nullptr && docking_.GetPane(entry.bar).IsShown() && entry.bar->FindTool(command) != nullptr)
+      return entry.bar;
+  }
+  return nullptr;
 }
 
 }  // namespace host::gui

@@ -6,15 +6,18 @@
 #include "host/gui/DrawingCanvas.h"
 #include "sdk/ui/Resources.h"
 
+#include <wx/aui/framemanager.h>
 #include <wx/filehistory.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
-#include <wx/toolbar.h>
 
+#include <map>
 #include <string>
 #include <vector>
+
+class wxAuiToolBar;
 
 namespace host::gui {
 
@@ -34,9 +37,14 @@ class MainFrame : public wxFrame {
   void typeCommand(const wxString& text);
   // The command line's text box (for keys a script types).
   wxTextCtrl& commandLine() { return *entry_; }
-  // A toolbar of the module: its buttons (with their pictures, where the resource has them) start the commands
-  // they stand for.
-  wxToolBar* addToolbar(const ::ui::ToolbarTemplate& bar);
+  // A toolbar of the module (`key` names it), as a bar the user can dock on any side of the window or float:
+  // its buttons (with their pictures, where the resource has them) start the commands they stand for, its
+  // title shows on the bar while it floats. Made on the first call, brought up to date on later ones.
+  wxAuiToolBar* showToolbar(const void* key, const ::ui::ToolbarTemplate& bar, const std::wstring& title,
+                            bool visible);
+  void removeToolbar(const void* key);
+  // The shown toolbar with a button for `command`; null when none has one.
+  wxAuiToolBar* toolbarWith(int command);
   bool closing() const { return closing_; }
   // F3: object snap on or off, from the main window or a dialog beside it.
   void toggleSnap();
@@ -53,8 +61,17 @@ class MainFrame : public wxFrame {
   void openFile(const std::string& path);
   void saveTo(const std::string& path);
   bool commandRunning();
+  // The menu of a toolbar: dock it on a side of the window or let it float.
+  void placeToolbar(wxAuiToolBar& bar, const wxPoint& at);
   void updateTitle();
 
+  struct Toolbar {
+    wxAuiToolBar* bar = nullptr;
+    std::vector<int> commands;
+  };
+
+  wxAuiManager docking_;
+  wxPanel* body_ = nullptr;
   DrawingCanvas* canvas_ = nullptr;
   wxTextCtrl* history_ = nullptr;
   wxStaticText* prompt_ = nullptr;
@@ -66,7 +83,7 @@ class MainFrame : public wxFrame {
   std::wstring shownPrompt_;
   const void* shownDocument_ = nullptr;
   bool closing_ = false;
-  std::vector<int> toolbarCommands_;
+  std::map<const void*, Toolbar> toolbars_;
 };
 
 MainFrame* mainFrame();

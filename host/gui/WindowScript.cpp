@@ -14,7 +14,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/textctrl.h>
-#include <wx/toolbar.h>
+#include <wx/aui/auibar.h>
 #include <wx/uiaction.h>
 
 #include <sstream>
@@ -108,9 +108,9 @@ bool toolbarThroughWidgets(const std::string& line) {
   if (w.size() != 2 || w[0] != "@toolbar" || w[1].find_first_not_of("0123456789") != std::string::npos ||
       w[1].size() > 9)
     return false;
-  wxToolBar* bar = mainFrame()->GetToolBar();
   const int id = std::stoi(w[1]);
-  if (bar == nullptr || !bar->IsShown() || bar->FindById(id) == nullptr) return false;
+  wxAuiToolBar* bar = mainFrame()->toolbarWith(id);
+  if (bar == nullptr || !bar->IsShownOnScreen()) return false;
   wxCommandEvent click(wxEVT_TOOL, id);
   sendEvent(*bar, click);
   return true;

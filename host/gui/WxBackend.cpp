@@ -11,6 +11,7 @@
 #include "sdk/ui/CListCtrl.h"
 
 #include <wx/app.h>
+#include <wx/aui/auibar.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
@@ -266,7 +267,7 @@ void WxBackend::windowCreated(CWnd& window) {
   }
   if (d.kind == ControlKind::Header) return;  // part of its list's widget
   if (d.kind == ControlKind::ToolBar) {
-    widgets_[window.GetSafeHwnd()] = mainFrame()->addToolbar(d.toolbar);
+    widgets_[window.GetSafeHwnd()] = mainFrame()->showToolbar(window.GetSafeHwnd(), d.toolbar, d.text, d.visible);
     return;
   }
   if (d.kind == ControlKind::Dialog) {
@@ -332,7 +333,7 @@ void WxBackend::windowDestroyed(CWnd& window) {
   widgets_.erase(it);
   if (widget == nullptr || widget == mainFrame()) return;
   if (dataOf(window).kind == ControlKind::ToolBar) {
-    widget->Hide();
+    mainFrame()->removeToolbar(window.GetSafeHwnd());
     return;
   }
   // The widget may be inside its own event handler (a button that closes its dialog): it goes later.
@@ -352,8 +353,7 @@ void WxBackend::windowChanged(CWnd& window) {
     return;
   }
   if (d.kind == ControlKind::ToolBar) {
-    if (wxWindow* bar = widgetOf(window)) bar->Show(d.visible);
-    widgets_[window.GetSafeHwnd()] = mainFrame()->addToolbar(d.toolbar);
+    widgets_[window.GetSafeHwnd()] = mainFrame()->showToolbar(window.GetSafeHwnd(), d.toolbar, d.text, d.visible);
     return;
   }
   if (wxWindow* widget = widgetOf(window)) sync(window, *widget);
