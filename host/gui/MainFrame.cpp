@@ -4,6 +4,8 @@
 #include "host/db/Drawing.h"
 #include "host/editor/CommandLine.h"
 #include "host/editor/Prompt.h"
+#include "host/gui/DrawingChanges.h"
+#include "host/gui/WxBackend.h"
 #include "host/gui/scene/SceneBuilder.h"
 #include "host/headless/ScriptRunner.h"
 #include "host/ui/UserActions.h"
@@ -22,6 +24,7 @@
 #include <wx/weakref.h>
 
 #include <charconv>
+#include <filesystem>
 #include <cwctype>
 #include <deque>
 
@@ -270,22 +273,48 @@ void MainFrame::openFile(const std::string& path) {
                  this);
     return;
   }
+  drawingFiled();
   recent_.AddFileToHistory(wxString::FromUTF8(path));
   refreshDrawing(false);
 }
 
-void MainFrame::saveTo(const std::string& path) {
+bool MainFrame::saveTo(const std::string& path) {
   std::string error;
-  if (!host::saveDrawing(path, error))
-    wxMessageBox(wxString::FromUTF8(error.empty() ? "cannot save " + path : error), "cadhost", wxOK | wxICON_ERROR,
-                 this);
-  else if (!path.empty())
-    recent_.AddFileToHistory(wxString::FromUTF8(path));
+  const bool saved = host::saveDrawing(path, error);
+  if (!saved) {
+    // Through the backend, so that a script run reads the message in its transcript instead of waiting on it.
+    WxBackend::instance().messageBox(host::fromUtf8(error.empty() ? "cannot save " + path : error), L"cadhost",
+                                     MB_OK | MB_ICONERROR);
+  } else {
+    // A copy saved elsewhere leaves the drawing's own file as it was.
+    if (path.empty() || path == host::drawingPath()) drawingFiled();
+    if (!path.empty()) recent_.AddFileToHistory(wxString::FromUTF8(path));
+  }
   updateTitle();
+  return saved;
+}
+
+bool MainFrame::settleChanges() {
+  if (!drawingHasUnsavedChanges()) return true;
+  const std::string name = std::filesystem::path(host::drawingPath()).filename().string();
+  const std::wstring question = L"Änderungen in " + host::fromUtf8(name) + L" speichern?";
+  switch (WxBackend::instance().askYesNoCancel(question, L"cadhost", L"&Ja", L"&Nein", L"Abbrechen")) {
+    case IDYES: return saveTo({});
+    case IDNO: return true;
+    default: return false;
+  }
+}
+
+bool MainFrame::mayClose() {
+  closing_ = false;
+  if (!settleChanges()) return false;
+  closing_ = true;
+  Hide();
+  return true;
 }
 
 void MainFrame::onOpen(wxCommandEvent&) {
-  if (commandRunning()) return;
+  if (commandRunning() || !settleChanges()) return;
   wxFileDialog dialog(this, "Open drawing", {}, {}, "DXF drawings (*.dxf)|*.dxf;*.DXF|All files|*",
                       wxFD_OPEN | wxFD_FILE_MUST_EXIST);
   if (dialog.ShowModal() == wxID_OK) openFile(dialog.GetPath().utf8_string());
@@ -308,15 +337,19 @@ void MainFrame::onSaveAs(wxCommandEvent&) {
 }
 
 void MainFrame::onRecent(wxCommandEvent& event) {
-  if (commandRunning()) return;
+  if (commandRunning() || !settleChanges()) return;
   openFile(recent_.GetHistoryFile(static_cast<std::size_t>(event.GetId() - wxID_FILE1)).utf8_string());
 }
 
 void MainFrame::onClose(wxCloseEvent& event) {
-  // The command line ends when the window goes: a running command is cancelled as by Escape first.
+  // The command line ends when the window goes: a running command is cancelled as by Escape first, then, back
+  // at the command line, the user says what becomes of the drawing's changes (mayClose) and may stay.
   closing_ = true;
+  if (event.CanVeto()) {
+    event.Veto();
+    return;
+  }
   Hide();
-  (void)event;
 }
 
 wxAuiToolBar* MainFrame::showToolbar(const void* key, const ::ui::ToolbarTemplate& template_,

@@ -45,7 +45,11 @@ class MainFrame : public wxFrame {
   void removeToolbar(const void* key);
   // The shown toolbar with a button for `command`; null when none has one.
   wxAuiToolBar* toolbarWith(int command);
+  // True once the user closed the window (or chose Exit) until mayClose lets the window stay.
   bool closing() const { return closing_; }
+  // At the command line after a close: asks whether to save a changed drawing ("Ja" saves, "Nein" drops the
+  // changes, "Abbrechen" keeps the window open). False when the window stays open.
+  bool mayClose();
   // F3: object snap on or off, from the main window or a dialog beside it.
   void toggleSnap();
 
@@ -59,7 +63,10 @@ class MainFrame : public wxFrame {
   void onRecent(wxCommandEvent&);
   void onClose(wxCloseEvent&);
   void openFile(const std::string& path);
-  void saveTo(const std::string& path);
+  // Saves the drawing (to its own file when `path` is empty); a failure is shown and answers false.
+  bool saveTo(const std::string& path);
+  // Before the drawing goes: true when it has no unsaved changes or the user saved or dropped them.
+  bool settleChanges();
   bool commandRunning();
   // The menu of a toolbar: dock it on a side of the window or let it float.
   void placeToolbar(wxAuiToolBar& bar, const wxPoint& at);

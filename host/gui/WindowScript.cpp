@@ -174,6 +174,9 @@ void windowLine(const std::string& line) {
   rest.erase(0, rest.find_first_not_of(" \t"));
   if (verb == "@pick") {
     pick(rest);
+  } else if (verb == "@close") {
+    // As the window's close button: the window asks about unsaved changes at the command line.
+    mainFrame()->Close();
   } else if (verb == "@screenshot") {
     if (rest.empty()) throw ScriptError("@screenshot needs the path of the picture");
     settleEvents(200);

@@ -4,6 +4,7 @@
 #include "host/editor/CommandLine.h"
 #include "host/editor/Input.h"
 #include "host/editor/Prompt.h"
+#include "host/gui/DrawingChanges.h"
 #include "host/gui/EventLoop.h"
 #include "host/gui/MainFrame.h"
 #include "host/gui/WindowScript.h"
@@ -35,23 +36,33 @@ bool atCommandPrompt() { return editor::activeCommand().empty(); }
 // The window's side of the editor's input: the prompt is shown, then the user's answer awaited.
 editor::Input windowInput() {
   MainFrame& frame = *mainFrame();
+  noteDrawingChanges();
   // A command may have changed the drawing; back at the command line the view shows it as it is now.
   if (atCommandPrompt() && gInputSinceRefresh) {
     frame.refreshDrawing(true);
     gInputSinceRefresh = false;
   }
   frame.showPrompt();
-  editor::Input in;
-  if (host::headless::ScriptRunner::active() != nullptr) {
-    in = scriptedInput();
-  } else {
+  const bool scripted = host::headless::ScriptRunner::active() != nullptr;
+  editor::Input in{editor::InputKind::None, {}, false};
+  for (;;) {
+    if (frame.closing()) {
+      // The window goes: a running command is cancelled first; at the command line the user may still stay.
+      if (!atCommandPrompt() || frame.mayClose()) {
+        in = {editor::InputKind::End, {}, false};
+        break;
+      }
+      frame.showPrompt();
+    }
+    if (scripted) {
+      in = scriptedInput();
+      if (frame.closing()) continue;
+      break;
+    }
     runEventsUntil([&] { return hasDeliveredInput() || editor::hasQueuedInput() || frame.closing(); });
-    if (frame.closing())
-      in = {editor::InputKind::End, {}, false};
-    else if (hasDeliveredInput())
-      in = takeDeliveredInput();
-    else
-      in = {editor::InputKind::None, {}, false};
+    if (frame.closing()) continue;
+    if (hasDeliveredInput()) in = takeDeliveredInput();
+    break;
   }
   gInputSinceRefresh = true;
   return in;
@@ -81,6 +92,7 @@ bool startWindow(std::string& error) {
   auto* frame = new MainFrame;
   host::ui::setBackend(&WxBackend::instance());
   WxBackend::instance().scriptStep = scriptedModalStep;
+  host::headless::setDrawingFiledHandler(drawingFiled);
   frame->Show();
   frame->refreshDrawing(false);
   settleEvents(50);
@@ -114,6 +126,7 @@ bool runWindow(std::istream* script, const std::string& scriptName, std::string&
 
 void stopWindow() {
   if (!gStarted) return;
+  host::headless::setDrawingFiledHandler(nullptr);
   host::ui::setBackend(nullptr);
   if (MainFrame* frame = mainFrame()) frame->Destroy();
   settleEvents(0);

@@ -140,6 +140,18 @@ int WxBackend::messageBox(const std::wstring& text, const std::wstring& caption,
   return headless.messageBox(text, caption, type);
 }
 
+int WxBackend::askYesNoCancel(const std::wstring& text, const std::wstring& caption, const std::wstring& yes,
+                              const std::wstring& no, const std::wstring& cancel) {
+  auto& headless = host::headless::HeadlessUi::instance();
+  constexpr unsigned kType = MB_YESNOCANCEL | MB_ICONQUESTION;
+  if (scripted()) return headless.messageBox(text, caption, kType);
+  wxMessageDialog dialog(mainFrame(), text, caption, wxYES_NO | wxCANCEL | wxICON_QUESTION | wxCENTRE);
+  dialog.SetYesNoCancelLabels(wxString(yes), wxString(no), wxString(cancel));
+  const int answer = dialog.ShowModal();
+  headless.queueMessageAnswer(answer == wxID_YES ? IDYES : answer == wxID_NO ? IDNO : IDCANCEL);
+  return headless.messageBox(text, caption, kType);
+}
+
 bool WxBackend::fileDialog(const CFileDialog& dialog, std::wstring& path) {
   auto& headless = host::headless::HeadlessUi::instance();
   if (scripted()) return headless.fileDialog(dialog, path);

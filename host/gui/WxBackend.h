@@ -27,6 +27,10 @@ class WxBackend : public host::ui::UiBackend {
 
   int messageBox(const std::wstring& text, const std::wstring& caption, unsigned type) override;
   bool fileDialog(const CFileDialog& dialog, std::wstring& path) override;
+  // A question of the host with the buttons Yes, No and Cancel under labels of its own; answers IDYES, IDNO
+  // or IDCANCEL, and the transcript shows it as any message box.
+  int askYesNoCancel(const std::wstring& text, const std::wstring& caption, const std::wstring& yes,
+                     const std::wstring& no, const std::wstring& cancel);
   int trackPopupMenu(const std::vector<::ui::MenuItem>& items, CWnd* owner) override;
   void runModalLoop(CDialog& dialog) override;
   void beep(unsigned frequencyHz, unsigned durationMs) override;

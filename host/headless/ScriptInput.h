@@ -14,7 +14,7 @@ enum class ScriptLineKind {
   Escape,  // "@esc"
   Enter,   // an empty line
   Text,    // anything else: typed at the command line
-  Window,  // "@pick ...", "@screenshot ...", "@key ...": acts on the window (headless: @pick types the point)
+  Window,  // "@pick ...", "@screenshot ...", "@key ...", "@close": acts on the window (headless: @pick types the point)
 };
 
 struct ScriptLine {

@@ -11,6 +11,7 @@ namespace host::headless {
 namespace {
 
 ScriptRunner* gActive = nullptr;
+void (*gDrawingFiled)() = nullptr;
 
 std::string_view trim(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
@@ -83,7 +84,7 @@ ScriptLine ScriptRunner::next() {
       if (!whole.empty() && whole.back() == '\r') whole.remove_suffix(1);
       return {ScriptLineKind::Ui, std::string(whole.substr(whole.find('@'))), number};
     }
-    if (verb == "@pick" || verb == "@screenshot" || verb == "@key")
+    if (verb == "@pick" || verb == "@screenshot" || verb == "@key" || verb == "@close")
       return {ScriptLineKind::Window, std::string(line), number};
     if (verb == "@open") {
       openDrawing(std::string(rest));
@@ -104,6 +105,7 @@ void ScriptRunner::openDrawing(const std::string& path) {
   if (!editor::activeCommand().empty()) throw ScriptError("cannot open a drawing while a command runs");
   std::string error;
   if (!switchDrawing(path, error)) throw ScriptError(error.empty() ? "cannot open " + path : error);
+  if (gDrawingFiled != nullptr) gDrawingFiled();
 }
 
 void ScriptRunner::saveDrawing(const std::string& path) {
@@ -111,7 +113,11 @@ void ScriptRunner::saveDrawing(const std::string& path) {
   if (!host::hasDrawing()) throw ScriptError("no drawing is open to save");
   if (path.empty() && host::drawingPath().empty()) throw ScriptError("@save needs a path for this drawing");
   if (!host::saveDrawing(path, error)) throw ScriptError(error.empty() ? "cannot save " + path : error);
+  // A copy saved elsewhere leaves the drawing's own file as it was.
+  if (gDrawingFiled != nullptr && (path.empty() || path == host::drawingPath())) gDrawingFiled();
 }
+
+void setDrawingFiledHandler(void (*handler)()) { gDrawingFiled = handler; }
 
 bool switchDrawing(const std::string& path, std::string& error) {
   AcApDocument* doc = runtime::docManager().curDocument();

@@ -42,6 +42,10 @@ class ScriptRunner {
 // that one comes. On failure (`error` set) the drawing open before stays, and the modules get it back.
 bool switchDrawing(const std::string& path, std::string& error);
 
+// Told after an "@open" line opened a drawing or an "@save" line saved it to its own file (the window keeps
+// track of the changes that are not saved); null for none.
+void setDrawingFiledHandler(void (*handler)());
+
 // Reads a script's lines; false when the stream fails before its end.
 bool readScriptLines(std::istream& in, std::vector<std::string>& lines);
 
