@@ -1,109 +1,110 @@
-// The DXF store against ezdxf on a 200,000-entity survey drawing: read it, transform every model-space
-// entity (keeping the undo journal as the host does), save it. Reports both times and their ratio (wall
-// clock, and processor time, which a machine busy with other work disturbs less), and the store's peak
-// memory against the file size. The store's save includes flushing the file to disk, which ezdxf's does
-// not do.
+// The DXF store's whole job on two survey drawings: read, transform every model-space entity (keeping the
+// undo journal as the host does), save. Measured against
+//   - the bare tag pass of the same drawing in the same run (TagPass.h: read every tag, shift every
+//     coordinate, write every tag, no object model), the floor the store's job is compared with;
+//   - ezdxf doing the same three steps.
+// Figures: the best and the median of the runs, wall clock and processor time (which a machine busy with
+// other work disturbs less), the job per bare pass, and the peak memory of the store's job and of the bare
+// pass against the file size, each measured in a fresh process (this program started again with
+// VIRA_DXF_BENCH_CHILD set) so that nothing the benchmark itself holds is counted. Every output is read
+// back by the store and must hold as many model-space entities as the input, so that no benchmark passes
+// on a broken file. Both saves flush the file to disk; ezdxf's does not.
 //
-// The drawing is written once by make_survey.py (ezdxf) and kept in the build tree. The peak memory is
-// measured in a fresh process (this program started again with VIRA_DXF_BENCH_CHILD set), so that nothing
-// the benchmark itself holds is counted.
+// The drawings are written once into the build tree:
+//   Survey200k: make_survey.py, 200,000 lines, light-weight polylines, texts and points; a two-pair move
+//               (turn, grid scale, shift).
+//   SiteSurvey: make_site_survey.py, block references with attributes, hatches, splines, MTEXT,
+//               polylines and 3D polylines; a three-pair spatial similarity (turn, slight tilt, scale,
+//               shift).
+// Run one of them alone with --benchmark_filter=Survey200k or --benchmark_filter=SiteSurvey.
+#include "BenchProcess.h"
+#include "TagPass.h"
 #include "host/dxf/Document.h"
 #include "host/dxf/TransformDrawing.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <spawn.h>
 #include <sstream>
 #include <string>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
-
-extern char** environ;
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kEntities = 200000;
 const fs::path kWork = fs::path(VIRA_BINARY_DIR) / "bench" / "dxf";
+constexpr double kPi = 3.14159265358979323846;
 
-dxf::Matrix44 surveyMove() {
-  const double a = 0.7 * M_PI / 180.0, s = 0.9996;
+// Two control points: a turn about the vertical, the grid's scale factor, a large shift.
+dxf::Matrix44 twoPairMove() {
+  const double a = 0.7 * kPi / 180.0, s = 0.9996;
   return dxf::Matrix44{{{s * std::cos(a), -s * std::sin(a), 0, -2200000.25},
                         {s * std::sin(a), s * std::cos(a), 0, 141234.75},
                         {0, 0, s, 12.5},
                         {0, 0, 0, 1}}};
 }
 
-// Runs a program; returns its exit status and what it printed.
-int run(std::vector<std::string> args, std::string& output, const std::vector<std::string>& extraEnv = {},
-        rusage* usage = nullptr) {
-  const fs::path log = kWork / ("run-" + std::to_string(::getpid()) + ".log");
-  std::vector<char*> argv;
-  for (std::string& a : args) argv.push_back(a.data());
-  argv.push_back(nullptr);
-  std::vector<std::string> envStore(extraEnv);
-  std::vector<char*> env;
-  for (std::string& e : envStore) env.push_back(e.data());
-  for (char** e = environ; *e; ++e) env.push_back(*e);
-  env.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  posix_spawn_file_actions_adddup2(&actions, 1, 2);
-  pid_t pid = 0;
-  const int rc = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), env.data());
-  posix_spawn_file_actions_destroy(&actions);
-  if (rc != 0) return -1;
-  int status = 0;
-  rusage own{};
-  ::wait4(pid, &status, 0, usage ? usage : &own);
-  std::ifstream in(log);
-  std::ostringstream text;
-  text << in.rdbuf();
-  output = text.str();
-  fs::remove(log);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+// Three control points: the spatial solution also tilts the drawing a little (here 0.002 gon about the
+// easting axis) besides the turn, the scale and the shift.
+dxf::Matrix44 threePairMove() {
+  const double a = 0.7 * kPi / 180.0, t = 0.002 * kPi / 200.0, s = 0.9996;
+  const double ca = std::cos(a), sa = std::sin(a), ct = std::cos(t), st = std::sin(t);
+  // R = Rz(a) * Rx(t)
+  return dxf::Matrix44{{{s * ca, -s * sa * ct, s * sa * st, -2200000.25},
+                        {s * sa, s * ca * ct, -s * ca * st, 141234.75},
+                        {0, s * st, s * ct, 12.5},
+                        {0, 0, 0, 1}}};
 }
 
-const fs::path& surveyDrawing() {
-  static const fs::path file = [] {
-    fs::create_directories(kWork);
-    const fs::path target = kWork / ("survey-" + std::to_string(kEntities) + ".dxf");
-    if (!fs::exists(target)) {
-      const fs::path fresh = kWork / ("survey-new-" + std::to_string(::getpid()) + ".dxf");
-      std::string output;
-      if (run({VIRA_PYTHON, VIRA_SOURCE_DIR "/bench/dxf/make_survey.py", fresh.string(), std::to_string(kEntities)},
-              output) != 0) {
-        std::cerr << "cannot write the survey drawing: " << output << "\n";
-        std::exit(1);
-      }
-      fs::rename(fresh, target);
-    }
-    return target;
-  }();
-  return file;
+struct Drawing {
+  std::string name;
+  std::vector<std::string> generator;  // script and its arguments after the output file
+  dxf::Matrix44 move;
+};
+
+const std::vector<Drawing>& drawings() {
+  static const std::vector<Drawing> all{
+      {"Survey200k", {"make_survey.py", "200000"}, twoPairMove()},
+      {"SiteSurvey", {"make_site_survey.py"}, threePairMove()},
+  };
+  return all;
 }
 
-// Our three steps; returns the number of entities that did not transform, or -1 on a load/save failure.
-long storeSteps(const fs::path& in, const fs::path& out) {
+fs::path drawingFile(const Drawing& d) {
+  std::string file = d.name;
+  if (d.name == "Survey200k") file = "survey-200000";  // the name the transformation benchmark shares
+  const fs::path target = kWork / (file + ".dxf");
+  if (fs::exists(target)) return target;
+  fs::create_directories(kWork);
+  const fs::path fresh = kWork / (file + "-new-" + std::to_string(::getpid()) + ".dxf");
+  std::vector<std::string> args{VIRA_PYTHON, std::string(VIRA_SOURCE_DIR "/bench/dxf/") + d.generator[0],
+                                fresh.string()};
+  args.insert(args.end(), d.generator.begin() + 1, d.generator.end());
+  std::string output;
+  if (bench::runProgram(args, output) != 0) {
+    std::cerr << "cannot write the drawing " << target << ": " << output << "\n";
+    std::exit(1);
+  }
+  fs::rename(fresh, target);
+  return target;
+}
+
+// The store's three steps; returns the number of entities that did not transform, or -1 on a load/save
+// failure.
+long storeJob(const fs::path& in, const fs::path& out, const dxf::Matrix44& m) {
   std::string error;
   auto doc = dxf::Document::load(in, error);
   if (!doc) {
     std::cerr << error << "\n";
     return -1;
   }
-  const dxf::Matrix44 m = surveyMove();
   long refused = 0;
   // As the host runs a command: each entity's state goes to the undo journal before it changes, and a
   // dimension or table takes its block along.
@@ -121,93 +122,211 @@ long storeSteps(const fs::path& in, const fs::path& out) {
   return refused;
 }
 
-// The child process of the memory measurement runs before main and never returns.
+bool tagPass(const fs::path& in, const fs::path& out) {
+  bench::TagPassCount count;
+  std::string error;
+  if (bench::shiftEveryCoordinate(in, out, bench::kSurveyShift, count, error)) return true;
+  std::cerr << error << "\n";
+  return false;
+}
+
+// The number of model-space entities the store reads from the file, -1 when it cannot read it.
+long modelSpaceCount(const fs::path& file) {
+  std::string error;
+  auto doc = dxf::Document::load(file, error);
+  if (!doc) {
+    std::cerr << "the output does not read back: " << error << "\n";
+    return -1;
+  }
+  return static_cast<long>(doc->modelSpace().size());
+}
+
+std::string matrixText(const dxf::Matrix44& m) {
+  std::string text;
+  for (const auto& row : m.m)
+    for (double v : row) text.append(dxf::formatNumber(v)).append(" ");
+  return text;
+}
+
+// The child process of the memory measurement runs before main and never returns. Its task is
+// "store\nIN\nOUT\nM00 M01 ... M33" or "tags\nIN\nOUT".
 const bool kChild = [] {
-  const char* args = std::getenv("VIRA_DXF_BENCH_CHILD");
-  if (!args) return false;
-  const std::string s(args);
-  const auto bar = s.find('|');
-  std::_Exit(storeSteps(s.substr(0, bar), s.substr(bar + 1)) < 0 ? 1 : 0);
+  const char* task = std::getenv("VIRA_DXF_BENCH_CHILD");
+  if (!task) return false;
+  std::istringstream lines(task);
+  std::string kind, in, out, numbers;
+  std::getline(lines, kind);
+  std::getline(lines, in);
+  std::getline(lines, out);
+  std::getline(lines, numbers);
+  if (kind == "tags") std::_Exit(tagPass(in, out) ? 0 : 1);
+  dxf::Matrix44 m{};
+  std::istringstream values(numbers);
+  for (auto& row : m.m)
+    for (double& v : row) values >> v;
+  std::_Exit(storeJob(in, out, m) < 0 ? 1 : 0);
 }();
 
-struct Figures {
-  double storeSeconds = 0;     // wall clock, best of the runs
-  double ezdxfSeconds = 0;     // wall clock of the three steps, as ezdxf's process measured them
-  double storeCpuSeconds = 0;  // processor time of the measuring process
-  double ezdxfCpuSeconds = 0;  // processor time of ezdxf's process, its start included
-  double peakBytes = 0;
+struct Timing {
+  std::vector<double> wall, cpu;
+  void add(double w, double c) {
+    wall.push_back(w);
+    cpu.push_back(c);
+  }
+  static double best(std::vector<double> v) { return v.empty() ? 0 : *std::min_element(v.begin(), v.end()); }
+  static double median(std::vector<double> v) {
+    if (v.empty()) return 0;
+    std::sort(v.begin(), v.end());
+    return v.size() % 2 ? v[v.size() / 2] : (v[v.size() / 2 - 1] + v[v.size() / 2]) / 2;
+  }
 };
 
-double cpuSeconds(const rusage& u) {
-  return static_cast<double>(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
-         static_cast<double>(u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
-}
-Figures figures;
+struct Figures {
+  long entities = -1;  // model-space entities of the input, as the store reads them
+  Timing store, bare;
+  double ezdxfSeconds = 0, ezdxfCpuSeconds = 0;
+};
 
-void BM_Store_LoadTransformSave(benchmark::State& state) {
-  const fs::path& in = surveyDrawing();
-  const fs::path out = kWork / "survey-store-out.dxf";
-  double best = 1e300;
-  long refused = 0;
+Figures& figuresOf(const Drawing& d) {
+  static std::vector<Figures> all(drawings().size());
+  return all[static_cast<std::size_t>(&d - drawings().data())];
+}
+
+long inputEntities(const Drawing& d) {
+  Figures& f = figuresOf(d);
+  if (f.entities < 0) f.entities = modelSpaceCount(drawingFile(d));
+  return f.entities;
+}
+
+// Fails the benchmark when `out` does not read back with the input's number of model-space entities.
+bool readsBack(benchmark::State& state, const Drawing& d, const fs::path& out) {
+  const long found = modelSpaceCount(out);
+  if (found == inputEntities(d)) return true;
+  state.SkipWithError(("the output " + out.string() + " holds " + std::to_string(found) + " model-space entities, the input " +
+                       std::to_string(inputEntities(d)))
+                          .c_str());
+  return false;
+}
+
+template <class Job>
+void timeJob(benchmark::State& state, Timing& timing, Job job) {
   for (auto _ : state) {
     const auto start = std::chrono::steady_clock::now();
-    refused = storeSteps(in, out);
-    best = std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-    if (refused < 0) state.SkipWithError("load or save failed");
+    const double cpu = bench::processCpuNow();
+    if (!job()) {
+      state.SkipWithError("the job failed");
+      return;
+    }
+    timing.add(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(),
+               bench::processCpuNow() - cpu);
   }
-  figures.storeSeconds = best;
-  state.counters["entities"] = kEntities;
+}
+
+void storeJobBench(benchmark::State& state, const Drawing* d) {
+  const fs::path in = drawingFile(*d), out = kWork / (d->name + "-store-out.dxf");
+  inputEntities(*d);
+  long refused = 0;
+  timeJob(state, figuresOf(*d).store, [&] { return (refused = storeJob(in, out, d->move)) >= 0; });
+  if (!readsBack(state, *d, out)) return;
+  state.counters["entities"] = static_cast<double>(inputEntities(*d));
   state.counters["not_transformed"] = static_cast<double>(refused);
 }
-BENCHMARK(BM_Store_LoadTransformSave)->Unit(benchmark::kMillisecond)->Iterations(3);
 
-void BM_Ezdxf_LoadTransformSave(benchmark::State& state) {
-  const fs::path& in = surveyDrawing();
-  const fs::path out = kWork / "survey-ezdxf-out.dxf";
+void bareTagPassBench(benchmark::State& state, const Drawing* d) {
+  const fs::path in = drawingFile(*d), out = kWork / (d->name + "-tags-out.dxf");
+  timeJob(state, figuresOf(*d).bare, [&] { return tagPass(in, out); });
+  readsBack(state, *d, out);
+}
+
+void ezdxfBench(benchmark::State& state, const Drawing* d) {
+  const fs::path in = drawingFile(*d), out = kWork / (d->name + "-ezdxf-out.dxf");
+  Figures& f = figuresOf(*d);
   for (auto _ : state) {
     std::vector<std::string> args{VIRA_PYTHON, VIRA_SOURCE_DIR "/bench/dxf/ezdxf_steps.py", in.string(), out.string()};
-    for (const auto& row : surveyMove().m)
+    for (const auto& row : d->move.m)
       for (double v : row) args.push_back(dxf::formatNumber(v));
     std::string output;
     rusage usage{};
-    if (run(args, output, {}, &usage) != 0) {
+    if (bench::runProgram(args, output, {}, &usage) != 0) {
       state.SkipWithError(("ezdxf failed: " + output).c_str());
-      break;
+      return;
     }
-    figures.ezdxfCpuSeconds = cpuSeconds(usage);
-    figures.ezdxfSeconds = std::atof(output.c_str());
-    state.SetIterationTime(figures.ezdxfSeconds);
+    f.ezdxfCpuSeconds = bench::cpuSeconds(usage);
+    f.ezdxfSeconds = std::atof(output.c_str());
+    state.SetIterationTime(f.ezdxfSeconds);
   }
+  readsBack(state, *d, out);
 }
-BENCHMARK(BM_Ezdxf_LoadTransformSave)->Unit(benchmark::kMillisecond)->Iterations(1)->UseManualTime();
 
-void BM_Store_PeakMemory(benchmark::State& state) {
-  const fs::path& in = surveyDrawing();
-  const fs::path out = kWork / "survey-memory-out.dxf";
-  for (auto _ : state) {
-    std::string output;
-    rusage usage{};
-    const int rc =
-        run({"/proc/self/exe"}, output, {"VIRA_DXF_BENCH_CHILD=" + in.string() + "|" + out.string()}, &usage);
-    if (rc != 0) {
-      state.SkipWithError(("the measuring process failed: " + output).c_str());
-      break;
-    }
-    figures.peakBytes = static_cast<double>(usage.ru_maxrss) * 1024.0;
-    figures.storeCpuSeconds = cpuSeconds(usage);
+// The peak memory of one job in a fresh process, in bytes; its processor time into `cpu`.
+double peakOfChild(benchmark::State& state, const std::string& task, double& cpu) {
+  std::string output;
+  rusage usage{};
+  if (bench::runProgram({"/proc/self/exe"}, output, {"VIRA_DXF_BENCH_CHILD=" + task}, &usage) != 0) {
+    state.SkipWithError(("the measuring process failed: " + output).c_str());
+    return 0;
   }
-  const double fileBytes = static_cast<double>(fs::file_size(in));
-  state.counters["file_MiB"] = fileBytes / (1 << 20);
-  state.counters["peak_MiB"] = figures.peakBytes / (1 << 20);
-  state.counters["peak_per_file_size"] = figures.peakBytes / fileBytes;
-  state.counters["store_s"] = figures.storeSeconds;
-  state.counters["ezdxf_s"] = figures.ezdxfSeconds;
-  state.counters["ezdxf_per_store"] = figures.storeSeconds > 0 ? figures.ezdxfSeconds / figures.storeSeconds : 0;
-  state.counters["store_cpu_s"] = figures.storeCpuSeconds;
-  state.counters["ezdxf_cpu_s"] = figures.ezdxfCpuSeconds;
-  state.counters["ezdxf_per_store_cpu"] =
-      figures.storeCpuSeconds > 0 ? figures.ezdxfCpuSeconds / figures.storeCpuSeconds : 0;
+  cpu = bench::cpuSeconds(usage);
+  return static_cast<double>(usage.ru_maxrss) * 1024.0;
 }
-BENCHMARK(BM_Store_PeakMemory)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// Runs last for its drawing and reports the figures of all its benchmarks.
+void peakMemoryBench(benchmark::State& state, const Drawing* d) {
+  const fs::path in = drawingFile(*d);
+  const fs::path storeOut = kWork / (d->name + "-store-memory-out.dxf");
+  const fs::path tagsOut = kWork / (d->name + "-tags-memory-out.dxf");
+  double storePeak = 0, tagsPeak = 0, storeChildCpu = 0, tagsChildCpu = 0;
+  for (auto _ : state) {
+    storePeak = peakOfChild(state, "store\n" + in.string() + "\n" + storeOut.string() + "\n" + matrixText(d->move),
+                            storeChildCpu);
+    tagsPeak = peakOfChild(state, "tags\n" + in.string() + "\n" + tagsOut.string(), tagsChildCpu);
+  }
+  if (!readsBack(state, *d, storeOut) || !readsBack(state, *d, tagsOut)) return;
+  const Figures& f = figuresOf(*d);
+  const double file = static_cast<double>(fs::file_size(in)), mib = 1 << 20;
+  const double store = Timing::best(f.store.wall), bare = Timing::best(f.bare.wall);
+  const double storeCpu = Timing::best(f.store.cpu), bareCpu = Timing::best(f.bare.cpu);
+  auto& c = state.counters;
+  c["file_MiB"] = file / mib;
+  c["store_s"] = store;
+  c["store_median_s"] = Timing::median(f.store.wall);
+  c["store_cpu_s"] = storeCpu;
+  c["bare_s"] = bare;
+  c["bare_median_s"] = Timing::median(f.bare.wall);
+  c["bare_cpu_s"] = bareCpu;
+  c["job_per_bare"] = bare > 0 ? store / bare : 0;
+  c["job_per_bare_cpu"] = bareCpu > 0 ? storeCpu / bareCpu : 0;
+  c["store_peak_MiB"] = storePeak / mib;
+  c["store_peak_per_file"] = storePeak / file;
+  c["bare_peak_MiB"] = tagsPeak / mib;
+  c["bare_peak_per_file"] = tagsPeak / file;
+  c["store_child_cpu_s"] = storeChildCpu;  // the whole fresh process: start, job, exit
+  c["bare_child_cpu_s"] = tagsChildCpu;
+  if (f.ezdxfSeconds > 0) {
+    c["ezdxf_s"] = f.ezdxfSeconds;
+    c["ezdxf_per_store"] = store > 0 ? f.ezdxfSeconds / store : 0;
+    c["ezdxf_cpu_s"] = f.ezdxfCpuSeconds;  // its process, the interpreter's start included
+    c["ezdxf_per_store_cpu"] = storeChildCpu > 0 ? f.ezdxfCpuSeconds / storeChildCpu : 0;
+  }
+}
+
+const bool kRegistered = [] {
+  for (const Drawing& d : drawings()) {
+    benchmark::RegisterBenchmark((d.name + "/StoreJob").c_str(), storeJobBench, &d)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(5);
+    benchmark::RegisterBenchmark((d.name + "/BareTagPass").c_str(), bareTagPassBench, &d)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(5);
+    benchmark::RegisterBenchmark((d.name + "/Ezdxf").c_str(), ezdxfBench, &d)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(1)
+        ->UseManualTime();
+    benchmark::RegisterBenchmark((d.name + "/PeakMemory").c_str(), peakMemoryBench, &d)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(1);
+  }
+  return true;
+}();
 
 }  // namespace
