@@ -16,6 +16,11 @@ int runProgram(std::vector<std::string> args, std::string& output, const std::ve
                rusage* usage = nullptr);
 
 double cpuSeconds(const rusage& usage);
+
+// The peak resident memory of this process's own image, in bytes (0 when it cannot be read). Unlike the
+// ru_maxrss that wait4 reports, it does not count what the parent held when the child was spawned: the
+// memory of the process before its exec is left out.
+double ownPeakBytes();
 double processCpuNow();  // processor seconds this process has used so far
 
 }  // namespace bench

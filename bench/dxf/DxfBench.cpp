@@ -6,7 +6,8 @@
 // Figures: the best and the median of the runs, wall clock and processor time (which a machine busy with
 // other work disturbs less), the job per bare pass, and the peak memory of the store's job and of the bare
 // pass against the file size, each measured in a fresh process (this program started again with
-// VIRA_DXF_BENCH_CHILD set) so that nothing the benchmark itself holds is counted. Every output is read
+// VIRA_DXF_BENCH_CHILD set, which reports its own high-water mark) so that nothing the benchmark itself
+// holds is counted. Every output is read
 // back by the store and must hold as many model-space entities as the input, so that no benchmark passes
 // on a broken file. Both saves flush the file to disk; ezdxf's does not.
 //
@@ -27,6 +28,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -159,12 +161,19 @@ const bool kChild = [] {
   std::getline(lines, in);
   std::getline(lines, out);
   std::getline(lines, numbers);
-  if (kind == "tags") std::_Exit(tagPass(in, out) ? 0 : 1);
-  dxf::Matrix44 m{};
-  std::istringstream values(numbers);
-  for (auto& row : m.m)
-    for (double& v : row) values >> v;
-  std::_Exit(storeJob(in, out, m) < 0 ? 1 : 0);
+  bool ok = false;
+  if (kind == "tags") {
+    ok = tagPass(in, out);
+  } else {
+    dxf::Matrix44 m{};
+    std::istringstream values(numbers);
+    for (auto& row : m.m)
+      for (double& v : row) values >> v;
+    ok = storeJob(in, out, m) >= 0;
+  }
+  std::printf("peak %.0f\n", bench::ownPeakBytes());
+  std::fflush(stdout);
+  std::_Exit(ok ? 0 : 1);
 }();
 
 struct Timing {
@@ -267,7 +276,8 @@ double peakOfChild(benchmark::State& state, const std::string& task, double& cpu
     return 0;
   }
   cpu = bench::cpuSeconds(usage);
-  return static_cast<double>(usage.ru_maxrss) * 1024.0;
+  const auto at = output.rfind("peak ");
+  return at == std::string::npos ? 0 : std::atof(output.c_str() + at + 5);
 }
 
 // Runs last for its drawing and reports the figures of all its benchmarks.
