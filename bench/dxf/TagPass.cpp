@@ -39,6 +39,14 @@ std::string_view trimmed(std::string_view s) {
   return s;
 }
 
+// True when the line, blanks around it aside, is one number and nothing else.
+template <class Number>
+bool readsWhole(std::string_view line, Number& value) {
+  const std::string_view text = trimmed(line);
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+  return !text.empty() && read.ec == std::errc() && read.ptr == text.data() + text.size();
+}
+
 bool readWhole(const std::filesystem::path& path, std::unique_ptr<char[]>& bytes, std::size_t& size,
                std::string& error) {
   const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -105,32 +113,23 @@ bool shiftEveryCoordinate(const std::filesystem::path& in, const std::filesystem
   const char* at = bytes.get();
   const char* const stop = at + size;
   std::size_t lineNumber = 0;
+  const auto fail = [&](const char* what) {
+    error = in.string() + ": line " + std::to_string(lineNumber) + ": " + what;
+    return false;
+  };
   Line code, value;
   count = {};
   while (nextLine(at, stop, code)) {
     ++lineNumber;
-    const std::string_view codeText = trimmed(code.text);
     int group = 0;
-    const auto parsed = std::from_chars(codeText.data(), codeText.data() + codeText.size(), group);
-    if (codeText.empty() || parsed.ec != std::errc() || parsed.ptr != codeText.data() + codeText.size()) {
-      error = in.string() + ": line " + std::to_string(lineNumber) + ": group code is not a number";
-      return false;
-    }
-    if (!nextLine(at, stop, value)) {
-      error = in.string() + ": line " + std::to_string(lineNumber) + ": group code without a value";
-      return false;
-    }
+    if (!readsWhole(code.text, group)) return fail("group code is not a number");
+    if (!nextLine(at, stop, value)) return fail("group code without a value");
     ++lineNumber;
     ++count.tags;
     output.append(code.text).append(code.end);
     if (group >= 10 && group <= 38) {
-      const std::string_view number = trimmed(value.text);
       double v = 0;
-      const auto read = std::from_chars(number.data(), number.data() + number.size(), v);
-      if (number.empty() || read.ec != std::errc() || read.ptr != number.data() + number.size()) {
-        error = in.string() + ": line " + std::to_string(lineNumber) + ": coordinate is not a number";
-        return false;
-      }
+      if (!readsWhole(value.text, v)) return fail("coordinate is not a number");
       char text[32];
       const auto written = std::to_chars(text, text + sizeof text, v + offset[static_cast<std::size_t>(group / 10 - 1)]);
       output.append(text, written.ptr).append(value.end);

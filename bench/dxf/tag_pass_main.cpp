@@ -1,4 +1,4 @@
-// dxf_tag_pass IN.dxf OUT.dxf [DX DY DZ]: the bare tag pass as a program of its own, so that a shell
+// bench_dxf_tag_pass IN.dxf OUT.dxf [DX DY DZ]: the bare tag pass as a program of its own, so that a shell
 // script can measure it with /usr/bin/time beside cadhost. Prints the number of tags and shifted values.
 #include "TagPass.h"
 
@@ -9,7 +9,7 @@
 
 int main(int argc, char** argv) {
   if (argc != 3 && argc != 6) {
-    std::cerr << "usage: dxf_tag_pass IN.dxf OUT.dxf [DX DY DZ]\n";
+    std::cerr << "usage: bench_dxf_tag_pass IN.dxf OUT.dxf [DX DY DZ]\n";
     return 2;
   }
   std::array<double, 3> offset = bench::kSurveyShift;
@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
   bench::TagPassCount count;
   std::string error;
   if (!bench::shiftEveryCoordinate(argv[1], argv[2], offset, count, error)) {
-    std::cerr << "dxf_tag_pass: " << error << "\n";
+    std::cerr << "bench_dxf_tag_pass: " << error << "\n";
     return 1;
   }
   std::cout << count.tags << " tags, " << count.shifted << " coordinates shifted\n";
