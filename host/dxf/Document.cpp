@@ -99,11 +99,31 @@ struct Document::Impl {
   mutable std::optional<std::unordered_map<std::string, std::size_t>> blockUses;
 
   void index();
+  void markPaperSpace(Version version);
   Section& ensureEntities();
   Section& ensureHeader();
   void forgetOnTakeBack(Section* Impl::*slot);
   unsigned long long highestHandle() const;
 };
+
+// An entity is in paper space when it says so (group 67 = 1) or, from R13 on, when its owner is a paper-space
+// block record. Decided once for the whole section after reading: the spaces are asked for often, and an
+// entity never moves from one to the other.
+void Document::Impl::markPaperSpace(Version version) {
+  if (!entities) return;
+  const bool byOwner = version >= Version::R13 && !paperOwners.empty();
+  for (Entity& e : entities->records) {
+    // The first 67 and the first 330 count, found in one pass over the tags.
+    std::optional<std::string_view> space, owner;
+    for (std::size_t i = 0; i < e.tags.size() && !(space && owner); ++i) {
+      const int code = e.tags.code(i);
+      if (code == 67 && !space) space = trimBlanks(e.tags.text(i));
+      if (code == 330 && !owner) owner = trimBlanks(e.tags.text(i));
+    }
+    e.paperSpace = space == "1" || (byOwner && owner && !owner->empty() &&
+                                    std::find(paperOwners.begin(), paperOwners.end(), *owner) != paperOwners.end());
+  }
+}
 
 void Document::Impl::index() {
   for (Section& s : drawing.sections) {
@@ -272,6 +292,7 @@ std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view na
     doc->repairHandles(log);
     *repairs = log.lines();
   }
+  d.markPaperSpace(doc->version_);
   return doc;
 }
 
@@ -620,13 +641,6 @@ std::size_t Document::blockReferences(std::string_view rawName) const {
 
 namespace {
 
-bool inPaperSpace(const Entity& e, Version version, const std::vector<std::string>& paperOwners) {
-  if (trimBlanks(e.value(67)) == "1") return true;
-  if (version < Version::R13 || paperOwners.empty()) return false;
-  const std::string_view owner = trimBlanks(e.value(330));
-  return !owner.empty() && std::find(paperOwners.begin(), paperOwners.end(), owner) != paperOwners.end();
-}
-
 }  // namespace
 
 std::vector<Entity*> Document::modelSpace() const {
@@ -634,7 +648,7 @@ std::vector<Entity*> Document::modelSpace() const {
   if (!impl_->entities) return out;
   out.reserve(impl_->entities->records.size());
   for (Entity& e : impl_->entities->records)
-    if (!e.erased && !inPaperSpace(e, version_, impl_->paperOwners)) out.push_back(&e);
+    if (!e.erased && !e.paperSpace) out.push_back(&e);
   return out;
 }
 
@@ -642,7 +656,7 @@ std::vector<Entity*> Document::paperSpace() const {
   std::vector<Entity*> out;
   if (!impl_->entities) return out;
   for (Entity& e : impl_->entities->records)
-    if (!e.erased && inPaperSpace(e, version_, impl_->paperOwners)) out.push_back(&e);
+    if (!e.erased && e.paperSpace) out.push_back(&e);
   return out;
 }
 

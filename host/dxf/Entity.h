@@ -19,6 +19,7 @@ struct Entity {
   std::string_view source;       // the entity's bytes as read (0 tag to the end of its last child);
                                  // written back as they stand while nothing in the entity changed
   bool erased = false;           // left out when the drawing is written
+  bool paperSpace = false;       // of the ENTITIES section, drawn in paper space (decided once on reading)
   std::uint32_t journalStep = 0; // the last step of the change journal that kept this record's old state
 
   bool modified() const {
