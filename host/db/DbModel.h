@@ -5,38 +5,56 @@
 // model and paper space entities) or when an id is first asked for (layer and linetype records). The
 // in-memory AcDbObject exists only while the object is open; the record points at it then. Changes go
 // straight into the DXF store, so closing an object has nothing to write back.
+//
+// An id is the drawing's number (high word; drawings are numbered in the order they were opened, never
+// reused in a session) and the record's place among the drawing's records plus one (low word), so finding
+// the record an id names is two look-ups by index, however large the drawing.
 #pragma once
 
+#include "host/db/StableVector.h"
 #include "host/dxf/Document.h"
 #include "sdk/AcDbDatabase.h"
 #include "sdk/AcDbObject.h"
 
 #include <cstdint>
-#include <deque>
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace host::db {
 
-enum class Kind { Entity, BlockRecord, LayerRecord, LinetypeRecord, BlockTable, LayerTable, LinetypeTable };
+enum class Kind : std::uint8_t {
+  Entity, BlockRecord, LayerRecord, LinetypeRecord, BlockTable, LayerTable, LinetypeTable
+};
 
 // Which entity sequence of the store a block record stands for.
 enum class Space { Model, Paper, None };
 
+// What the transformation asks of the layer of each entity it walks: frozen, off, locked. Kept with the
+// layer's record while the drawing's layers stay as they are (see AcDbImpDatabase::layersChanged).
+struct LayerState {
+  std::uint32_t epoch = 0;  // the drawing's layer epoch it was read in; 0 = never read
+  bool frozen = false, off = false, locked = false;
+};
+
 struct ObjectRecord {
   std::uint64_t serial = 0;
-  Kind kind = Kind::Entity;
   AcDbImpDatabase* drawing = nullptr;
   dxf::Entity* item = nullptr;  // the entity, LAYER or LTYPE record in the store
-  std::size_t block = 0;        // index into the drawing's blocks, for block records
+  AcDbObject* open = nullptr;   // the in-memory object while it is open
   AcDbObjectId owner;
-  bool erased = false;
+  std::uint32_t block = 0;  // index into the drawing's blocks, for block records
+  Kind kind = Kind::Entity;
   bool highlighted = false;
-  AcDbObject* open = nullptr;  // the in-memory object while it is open
+  bool dropped = false;  // appended in a step that was taken back: the id names nothing any more
+  LayerState layerState;  // layer records only
 
   AcDbObjectId id() const { return AcDbObjectId().setFromOldId(static_cast<std::int64_t>(serial)); }
+  // An entity's erased state is the store's, where undo puts it back; the store keeps every table record.
+  bool erased() const { return dropped || (kind == Kind::Entity && item != nullptr && item->erased); }
 };
 
 struct BlockSlot {
@@ -85,27 +103,48 @@ class AcDbImpDatabase {
   // The id of a model space entity the store has just appended.
   AcDbObjectId addModelSpaceEntity(dxf::Entity& entity);
 
-  // Ends every open of this drawing's objects: they become detached, and the ids stop naming anything.
-  void detachAll();
+  // The record with this number (an id's low word); null when there is none or it was dropped.
+  host::db::ObjectRecord* recordAt(std::uint32_t slot);
 
-  // A step of the drawing's change journal is being taken back: a record got its old state again, or a
-  // record appended during the step is about to go (its id stops naming anything, an open of it ends).
-  void restored(const dxf::Entity& item);
+  // A step of the drawing's change journal is being taken back, and a record appended during the step is
+  // about to go: its id stops naming anything, an open of it ends.
   void dropped(const dxf::Entity& item);
+
+  // The layer an entity names with its raw layer name (group 8 as in the file); null when the drawing has
+  // no such layer. Remembered per name: a drawing's entities name a few layers hundreds of thousands of
+  // times.
+  AcDbObjectId layerIdOfRaw(std::string_view rawName);
+  // A layer's frozen, off and locked state, read from its record once per layer epoch.
+  const host::db::LayerState& layerState(host::db::ObjectRecord& layer);
+  // Something about the layers may have changed (a layer record or the layer table is about to be changed,
+  // a step was taken back): what is remembered about them is read again on next use.
+  void layersChanged();
 
   AcDbObjectId blockTable, layerTable, linetypeTable, modelSpaceBlock;
   std::vector<host::db::BlockSlot> blocks;
   std::vector<AcDbObjectId> modelSpace, paperSpace;  // in drawing order, erased entities included
 
  private:
-  host::db::ObjectRecord& makeRecord(host::db::Kind kind, dxf::Entity* item, AcDbObjectId owner);
+  // A record for a store item; `findable` puts it in byItem_.
+  host::db::ObjectRecord& makeRecord(host::db::Kind kind, dxf::Entity* item, AcDbObjectId owner, bool findable = true);
   static void detach(host::db::ObjectRecord& record);
+
+  struct RawNameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+  };
 
   std::unique_ptr<dxf::Document> doc_;
   std::string path_;
   AcDbDatabase facade_{this};
-  std::deque<host::db::ObjectRecord> records_;
+  std::uint64_t number_ = 0;  // the high word of this drawing's ids
+  host::db::StableVector<host::db::ObjectRecord> records_;
+  // The records of table records and of appended entities by store item, to find them again (idOf, an
+  // undo dropping what a command appended). The entities read from the file, which are most of a drawing
+  // and are never dropped, are left out.
   std::unordered_map<const dxf::Entity*, host::db::ObjectRecord*> byItem_;
+  std::uint32_t layerEpoch_ = 1;
+  std::unordered_map<std::string, AcDbObjectId, RawNameHash, std::equal_to<>> layerIdsByRawName_;
 };
 
 class AcDbImpObject {
@@ -122,6 +161,7 @@ class AcDbImpObject {
   host::db::NewLayer newLayer;
 
   std::wstring nameCache;  // keeps getName(const ACHAR*&) answers alive while the object is open
+  std::uint8_t pool = 0xFF;  // the host made it to open a stored record: its class among the kept ones
 
   bool isNew() const { return record == nullptr && !detached; }
   bool readable() const { return isNew() || (record != nullptr && !opens.empty()); }

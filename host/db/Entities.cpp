@@ -115,9 +115,7 @@ AcDbObjectId AcDbEntity::layerId() const {
     return working && !imp->layer.empty() ? working->findLayerId(imp->layer) : AcDbObjectId();
   }
   if (imp->record == nullptr) return {};
-  AcDbImpDatabase& drawing = *imp->record->drawing;
-  std::optional<dxf::LayerRecord> layer = drawing.doc().findLayer(drawing.doc().layerOf(*imp->record->item));
-  return layer ? drawing.layerId(*layer) : AcDbObjectId();
+  return imp->record->drawing->layerIdOfRaw(imp->record->item->value(8, "0"));
 }
 
 ACHAR* AcDbEntity::layer() const {

@@ -46,10 +46,11 @@ Acad::ErrorStatus change(AcDbLayerTableRecord& record, Change&& apply) {
   return Acad::eOk;
 }
 
-bool readFlag(const AcDbLayerTableRecord& record, bool host::db::NewLayer::*pending,
-              bool (dxf::LayerRecord::*get)() const) {
-  std::optional<dxf::LayerRecord> layer = stored(record);
-  return layer ? ((*layer).*get)() : record.imp()->newLayer.*pending;
+// Asked for every entity a transformation walks, so the stored record's answer is kept with it.
+bool readFlag(const AcDbLayerTableRecord& record, bool host::db::NewLayer::*pending, bool host::db::LayerState::*kept) {
+  ObjectRecord* r = record.imp()->record;
+  if (r == nullptr) return record.imp()->newLayer.*pending;
+  return r->drawing->layerState(*r).*kept;
 }
 
 // Sets one of the visibility flags. A flag already as wanted is not written, so that an untouched
@@ -73,15 +74,15 @@ AcDbLayerTableRecord::AcDbLayerTableRecord() : AcDbSymbolTableRecord(new AcDbImp
 AcDbLayerTableRecord::~AcDbLayerTableRecord() = default;
 
 bool AcDbLayerTableRecord::isFrozen() const {
-  return readFlag(*this, &host::db::NewLayer::frozen, &dxf::LayerRecord::frozen);
+  return readFlag(*this, &host::db::NewLayer::frozen, &host::db::LayerState::frozen);
 }
 
 bool AcDbLayerTableRecord::isOff() const {
-  return readFlag(*this, &host::db::NewLayer::off, &dxf::LayerRecord::off);
+  return readFlag(*this, &host::db::NewLayer::off, &host::db::LayerState::off);
 }
 
 bool AcDbLayerTableRecord::isLocked() const {
-  return readFlag(*this, &host::db::NewLayer::locked, &dxf::LayerRecord::locked);
+  return readFlag(*this, &host::db::NewLayer::locked, &host::db::LayerState::locked);
 }
 
 bool AcDbLayerTableRecord::VPDFLT() const {

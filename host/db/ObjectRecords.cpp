@@ -8,13 +8,12 @@
 namespace host::db {
 namespace {
 
-// Ids are never reused within a session, so an id kept across a closed drawing names nothing instead
-// of some object of the next drawing.
-std::uint64_t gNextSerial = 1;
-
-std::unordered_map<std::uint64_t, ObjectRecord*>& recordsBySerial() {
-  static auto* map = new std::unordered_map<std::uint64_t, ObjectRecord*>;
-  return *map;
+// Drawings by number; 0 names none, so that small numbers never name an object. A drawing's slot is
+// emptied when it closes: an id kept across a closed drawing names nothing instead of some object of the
+// next drawing.
+std::vector<AcDbImpDatabase*>& drawingsByNumber() {
+  static auto* drawings = new std::vector<AcDbImpDatabase*>(1, nullptr);
+  return *drawings;
 }
 
 bool sameNameNoCase(std::string_view a, std::string_view b) {
@@ -31,10 +30,11 @@ bool sameNameNoCase(std::string_view a, std::string_view b) {
 }  // namespace
 
 ObjectRecord* findRecord(AcDbObjectId id) {
-  if (id.isNull()) return nullptr;
-  auto& map = recordsBySerial();
-  auto it = map.find(static_cast<std::uint64_t>(id.asOldId()));
-  return it == map.end() ? nullptr : it->second;
+  const auto serial = static_cast<std::uint64_t>(id.asOldId());
+  const std::vector<AcDbImpDatabase*>& drawings = drawingsByNumber();
+  const std::uint64_t number = serial >> 32;
+  if (number >= drawings.size() || drawings[number] == nullptr) return nullptr;
+  return drawings[number]->recordAt(static_cast<std::uint32_t>(serial));
 }
 
 }  // namespace host::db
@@ -45,6 +45,11 @@ using host::db::Space;
 
 AcDbImpDatabase::AcDbImpDatabase(std::unique_ptr<dxf::Document> document, std::string path)
     : doc_(std::move(document)), path_(std::move(path)) {
+  // The slot is filled once the drawing is complete: should building it fail, no id names a part of it.
+  std::vector<AcDbImpDatabase*>& drawings = host::db::drawingsByNumber();
+  number_ = drawings.size();
+  drawings.push_back(nullptr);
+
   blockTable = makeRecord(Kind::BlockTable, nullptr, {}).id();
   layerTable = makeRecord(Kind::LayerTable, nullptr, {}).id();
   linetypeTable = makeRecord(Kind::LinetypeTable, nullptr, {}).id();
@@ -69,28 +74,39 @@ AcDbImpDatabase::AcDbImpDatabase(std::unique_ptr<dxf::Document> document, std::s
   }
   modelSpaceBlock = blocks.front().id;
 
+  // Every entity is new here: its record is made without asking whether it has one.
   std::vector<dxf::Entity*> model = doc_->modelSpace();
   modelSpace.reserve(model.size());
-  byItem_.reserve(model.size());
-  for (dxf::Entity* e : model) modelSpace.push_back(idOf(Kind::Entity, *e, modelSpaceBlock));
+  for (dxf::Entity* e : model) modelSpace.push_back(makeRecord(Kind::Entity, e, modelSpaceBlock, false).id());
   AcDbObjectId paperBlock;
   for (const host::db::BlockSlot& b : blocks)
     if (b.space == Space::Paper) paperBlock = b.id;
-  for (dxf::Entity* e : doc_->paperSpace()) paperSpace.push_back(idOf(Kind::Entity, *e, paperBlock));
+  for (dxf::Entity* e : doc_->paperSpace()) paperSpace.push_back(makeRecord(Kind::Entity, e, paperBlock, false).id());
+
+  drawings[number_] = this;
 }
 
-AcDbImpDatabase::~AcDbImpDatabase() { detachAll(); }
+// Every open of this drawing's objects ends: they become detached, and the ids stop naming anything.
+AcDbImpDatabase::~AcDbImpDatabase() {
+  records_.forEach(detach);
+  host::db::drawingsByNumber()[number_] = nullptr;
+}
 
-ObjectRecord& AcDbImpDatabase::makeRecord(Kind kind, dxf::Entity* item, AcDbObjectId owner) {
+ObjectRecord& AcDbImpDatabase::makeRecord(Kind kind, dxf::Entity* item, AcDbObjectId owner, bool findable) {
   ObjectRecord& r = records_.emplace_back();
-  r.serial = host::db::gNextSerial++;
+  r.serial = number_ << 32 | records_.size();
   r.kind = kind;
   r.drawing = this;
   r.item = item;
   r.owner = owner;
-  host::db::recordsBySerial()[r.serial] = &r;
-  if (item != nullptr) byItem_[item] = &r;
+  if (item != nullptr && findable) byItem_[item] = &r;
   return r;
+}
+
+ObjectRecord* AcDbImpDatabase::recordAt(std::uint32_t slot) {
+  if (slot == 0 || slot > records_.size()) return nullptr;
+  ObjectRecord& r = records_[slot - 1];
+  return r.dropped ? nullptr : &r;
 }
 
 AcDbObjectId AcDbImpDatabase::idOf(Kind kind, dxf::Entity& item, AcDbObjectId owner) {
@@ -110,7 +126,7 @@ std::string AcDbImpDatabase::currentLayer() const {
 }
 
 AcDbObjectId AcDbImpDatabase::addModelSpaceEntity(dxf::Entity& entity) {
-  AcDbObjectId id = idOf(Kind::Entity, entity, modelSpaceBlock);
+  AcDbObjectId id = makeRecord(Kind::Entity, &entity, modelSpaceBlock).id();
   modelSpace.push_back(id);
   return id;
 }
@@ -122,18 +138,6 @@ void AcDbImpDatabase::detach(ObjectRecord& r) {
     r.open->imp()->opens.clear();
     r.open = nullptr;
   }
-  host::db::recordsBySerial().erase(r.serial);
-}
-
-void AcDbImpDatabase::detachAll() {
-  for (ObjectRecord& r : records_) detach(r);
-  records_.clear();
-  byItem_.clear();
-}
-
-void AcDbImpDatabase::restored(const dxf::Entity& item) {
-  auto it = byItem_.find(&item);
-  if (it != byItem_.end()) it->second->erased = item.erased;
 }
 
 void AcDbImpDatabase::dropped(const dxf::Entity& item) {
@@ -148,6 +152,29 @@ void AcDbImpDatabase::dropped(const dxf::Entity& item) {
   }
   detach(r);
   r.item = nullptr;
-  r.erased = true;
+  r.dropped = true;
   byItem_.erase(it);
+}
+
+AcDbObjectId AcDbImpDatabase::layerIdOfRaw(std::string_view rawName) {
+  auto it = layerIdsByRawName_.find(rawName);
+  if (it != layerIdsByRawName_.end()) return it->second;
+  std::optional<dxf::LayerRecord> layer = doc_->findLayer(doc_->decode(rawName));
+  const AcDbObjectId id = layer ? layerId(*layer) : AcDbObjectId();
+  layerIdsByRawName_.emplace(std::string(rawName), id);
+  return id;
+}
+
+const host::db::LayerState& AcDbImpDatabase::layerState(ObjectRecord& layer) {
+  host::db::LayerState& state = layer.layerState;
+  if (state.epoch != layerEpoch_) {
+    const dxf::LayerRecord stored(*layer.item);
+    state = {layerEpoch_, stored.frozen(), stored.off(), stored.locked()};
+  }
+  return state;
+}
+
+void AcDbImpDatabase::layersChanged() {
+  ++layerEpoch_;
+  layerIdsByRawName_.clear();
 }

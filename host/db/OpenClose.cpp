@@ -6,7 +6,9 @@
 #include "sdk/AcDbSymbolTables.h"
 
 #include <algorithm>
+#include <memory>
 #include <new>
+#include <vector>
 
 using host::db::Kind;
 using host::db::ObjectRecord;
@@ -33,25 +35,98 @@ Acad::ErrorStatus admit(const std::vector<AcDb::OpenMode>& opens, AcDb::OpenMode
   return Acad::eInvalidOpenState;
 }
 
-// The in-memory object for a record: the class follows the kind and, for entities, the DXF type.
-AcDbObject* makeObject(ObjectRecord& r) {
-  auto* imp = new AcDbImpObject;
-  imp->kind = r.kind;
-  imp->record = &r;
+// The classes of the objects the host makes for stored records: by kind and, for entities, DXF type.
+enum PoolClass : std::uint8_t {
+  kPoint, kLine, kEntity, kBlockRecord, kLayerRecord, kLinetypeRecord, kBlockTable, kLayerTable, kLinetypeTable,
+  kPoolClasses
+};
+
+PoolClass poolClassOf(const ObjectRecord& r) {
   switch (r.kind) {
-    case Kind::Entity:
-      if (r.item->type == "POINT") return new AcDbPoint(imp);
-      if (r.item->type == "LINE") return new AcDbLine(imp);
-      return new AcDbEntity(imp);
-    case Kind::BlockRecord: return new AcDbBlockTableRecord(imp);
-    case Kind::LayerRecord: return new AcDbLayerTableRecord(imp);
-    case Kind::LinetypeRecord: return new AcDbLinetypeTableRecord(imp);
-    case Kind::BlockTable: return new AcDbBlockTable(imp);
-    case Kind::LayerTable: return new AcDbLayerTable(imp);
-    case Kind::LinetypeTable: return new AcDbLinetypeTable(imp);
+    case Kind::Entity: return r.item->type == "POINT" ? kPoint : r.item->type == "LINE" ? kLine : kEntity;
+    case Kind::BlockRecord: return kBlockRecord;
+    case Kind::LayerRecord: return kLayerRecord;
+    case Kind::LinetypeRecord: return kLinetypeRecord;
+    case Kind::BlockTable: return kBlockTable;
+    case Kind::LayerTable: return kLayerTable;
+    case Kind::LinetypeTable: return kLinetypeTable;
   }
-  delete imp;
+  return kEntity;
+}
+
+// Closed objects the host made, kept for the next open of a record of their class. A transformation opens
+// every entity of a drawing and the layer of each one after the other; without these it would allocate
+// and free two objects and an open list each time. A few of each class are enough for that.
+class ClosedObjects {
+ public:
+  static constexpr std::size_t kKeep = 8;
+  ClosedObjects() {
+    for (auto& kept : kept_) kept.reserve(kKeep);
+  }
+  AcDbObject* take(PoolClass c) {
+    std::vector<AcDbObject*>& kept = kept_[c];
+    if (kept.empty()) return nullptr;
+    AcDbObject* object = kept.back();
+    kept.pop_back();
+    return object;
+  }
+  bool hasRoom(PoolClass c) const { return kept_[c].size() < kKeep; }
+  void keep(PoolClass c, AcDbObject* object) { kept_[c].push_back(object); }
+
+ private:
+  std::vector<AcDbObject*> kept_[kPoolClasses];
+};
+
+ClosedObjects& closedObjects() {
+  static auto* objects = new ClosedObjects;
+  return *objects;
+}
+
+AcDbObject* newObject(PoolClass c, AcDbImpObject* imp) {
+  switch (c) {
+    case kPoint: return new AcDbPoint(imp);
+    case kLine: return new AcDbLine(imp);
+    case kEntity: return new AcDbEntity(imp);
+    case kBlockRecord: return new AcDbBlockTableRecord(imp);
+    case kLayerRecord: return new AcDbLayerTableRecord(imp);
+    case kLinetypeRecord: return new AcDbLinetypeTableRecord(imp);
+    case kBlockTable: return new AcDbBlockTable(imp);
+    case kLayerTable: return new AcDbLayerTable(imp);
+    case kLinetypeTable: return new AcDbLinetypeTable(imp);
+    case kPoolClasses: break;
+  }
   return nullptr;
+}
+
+// The in-memory object for a record: a kept one of its class, or a new one.
+AcDbObject* makeObject(ObjectRecord& r) {
+  const PoolClass c = poolClassOf(r);
+  AcDbObject* object = closedObjects().take(c);
+  if (object == nullptr) {
+    auto imp = std::make_unique<AcDbImpObject>();
+    imp->pool = c;
+    object = newObject(c, imp.get());
+    if (object == nullptr) return nullptr;
+    imp.release();
+  }
+  object->imp()->kind = r.kind;
+  object->imp()->record = &r;
+  return object;
+}
+
+// Keeps a closed object the host made for the next open instead of freeing it; false when it is not one
+// to keep (made by the module, or its drawing closed meanwhile) or enough of its class are kept.
+bool keepClosed(AcDbObject& object) {
+  AcDbImpObject& imp = *object.imp();
+  if (imp.pool >= kPoolClasses || imp.record == nullptr) return false;
+  const auto c = static_cast<PoolClass>(imp.pool);
+  if (!closedObjects().hasRoom(c)) return false;
+  if (imp.record->open == &object) imp.record->open = nullptr;
+  imp.record = nullptr;
+  imp.opens.clear();
+  imp.nameCache.clear();
+  closedObjects().keep(c, &object);
+  return true;
 }
 
 }  // namespace
@@ -66,7 +141,7 @@ Acad::ErrorStatus openObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMod
   if (id.isNull()) return Acad::eNullObjectId;
   ObjectRecord* r = findRecord(id);
   if (r == nullptr) return Acad::eUnknownHandle;
-  if (r->erased && !openErased) return Acad::eWasErased;
+  if (r->erased() && !openErased) return Acad::eWasErased;
   if (r->open != nullptr) {
     std::vector<AcDb::OpenMode>& opens = r->open->imp()->opens;
     if (Acad::ErrorStatus es = admit(opens, mode); es != Acad::eOk) return es;
@@ -88,6 +163,8 @@ Acad::ErrorStatus checkWritable(const AcDbObject& object) {
   if (!imp.writable()) return Acad::eNotOpenForWrite;
   // Every change of a stored record comes through here: its state before the change goes to the journal,
   // for undo and for taking back a command that fails.
+  if (imp.record != nullptr && (imp.record->kind == Kind::LayerRecord || imp.record->kind == Kind::LayerTable))
+    imp.record->drawing->layersChanged();
   if (imp.record != nullptr && imp.record->item != nullptr) {
     try {
       imp.record->drawing->doc().journal().recordChange(*imp.record->item);
@@ -140,6 +217,7 @@ Acad::ErrorStatus AcDbObject::close() {
     imp_->opens.pop_back();
     return Acad::eOk;
   }
+  if (keepClosed(*this)) return Acad::eOk;
   delete this;
   return Acad::eOk;
 }
@@ -150,15 +228,14 @@ Acad::ErrorStatus AcDbObject::erase(bool erasing) {
   ObjectRecord& r = *imp_->record;
   // The store keeps every table record; only entities can go.
   if (r.kind != Kind::Entity) return Acad::eNotApplicable;
-  if (!erasing) return r.erased ? Acad::eNotApplicable : Acad::eOk;  // the store cannot take an erase back
-  if (r.erased) return Acad::eWasErased;
+  if (!erasing) return r.erased() ? Acad::eNotApplicable : Acad::eOk;  // the store cannot take an erase back
+  if (r.erased()) return Acad::eWasErased;
   r.drawing->doc().erase(*r.item);
-  r.erased = true;
   r.highlighted = false;
   return Acad::eOk;
 }
 
-bool AcDbObject::isErased() const { return imp_->record != nullptr && imp_->record->erased; }
+bool AcDbObject::isErased() const { return imp_->record != nullptr && imp_->record->erased(); }
 
 bool AcDbObject::isReadEnabled() const { return imp_->readable(); }
 
@@ -209,7 +286,7 @@ bool AcDbObjectId::isValid() const { return host::db::findRecord(*this) != nullp
 
 bool AcDbObjectId::isErased() const {
   ObjectRecord* r = host::db::findRecord(*this);
-  return r != nullptr && r->erased;
+  return r != nullptr && r->erased();
 }
 
 AcDbDatabase* AcDbObjectId::database() const {

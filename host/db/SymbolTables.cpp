@@ -125,7 +125,7 @@ bool AcDbSymbolTable::has(const ACHAR* name) const {
 
 bool AcDbSymbolTable::has(AcDbObjectId id) const {
   const ObjectRecord* r = host::db::findRecord(id);
-  return r != nullptr && !objectId().isNull() && r->owner == objectId() && !r->erased;
+  return r != nullptr && !objectId().isNull() && r->owner == objectId() && !r->erased();
 }
 
 Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& id, bool) const {

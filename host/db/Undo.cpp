@@ -28,7 +28,9 @@ CommandState& state() {
 }
 
 dxf::ChangeJournal::Observer observerFor(AcDbImpDatabase& drawing) {
-  return {[&drawing](dxf::Entity& e) { drawing.restored(e); }, [&drawing](dxf::Entity& e) { drawing.dropped(e); }};
+  // A restored record needs nothing of the host: its objects read the store, and what the host remembers
+  // of layers is forgotten after every take-back.
+  return {{}, [&drawing](dxf::Entity& e) { drawing.dropped(e); }};
 }
 
 std::string unchangedReport(const std::vector<UnchangedGroup>& groups) {
@@ -67,6 +69,7 @@ CommandOutcome endCommandChanges() {
       journal.endStep();
     } else {
       journal.rollbackStep(observerFor(*drawing));
+      drawing->layersChanged();
       s.anyTakenBack = true;
       db::requestRedraw(AcDbObjectId());
     }
@@ -99,6 +102,7 @@ bool undoLastCommand(std::string& commandName) {
   AcDbImpDatabase* drawing = db::workingDrawing();
   if (drawing == nullptr) return false;
   if (!drawing->doc().journal().undoStep(observerFor(*drawing), &commandName)) return false;
+  drawing->layersChanged();
   db::requestRedraw(AcDbObjectId());
   return true;
 }

@@ -3,9 +3,11 @@
 #include "DrawingFixture.h"
 #include "ModelSpace.h"
 
+#include "host/db/Undo.h"
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
 
+#include <fstream>
 #include <memory>
 
 namespace {
@@ -173,5 +175,86 @@ print(len(handles) == len(set(handles)))
               "Survey 1 (1.0, 2.0, 3.0) (4.0, 5.0, 6.0)\n"
               "Höhenlinien True\n"
               "True\n");
+  }
+}
+
+namespace {
+
+// What the transformation asks of each entity before it moves it: is its layer frozen, off or locked.
+bool layerHides(AcDbObjectId entityId) {
+  AcDbEntity* entity = nullptr;
+  EXPECT_EQ(acdbOpenAcDbEntity(entity, entityId, AcDb::kForRead), Acad::eOk);
+  if (entity == nullptr) return false;
+  const AcDbObjectId layerId = entity->layerId();
+  entity->close();
+  AcDbLayerTableRecord* layer = nullptr;
+  EXPECT_EQ(acdbOpenObject(layer, layerId, AcDb::kForRead), Acad::eOk);
+  if (layer == nullptr) return false;
+  const bool hides = layer->isFrozen() || layer->isOff() || layer->isLocked();
+  layer->close();
+  return hides;
+}
+
+void setLocked(AcDbObjectId layerId, bool locked) {
+  AcDbLayerTableRecord* layer = nullptr;
+  ASSERT_EQ(acdbOpenObject(layer, layerId, AcDb::kForWrite), Acad::eOk);
+  EXPECT_EQ(layer->setIsLocked(locked), Acad::eOk);
+  layer->close();
+}
+
+AcDbObjectId entityLayer(AcDbObjectId entityId) {
+  AcDbEntity* entity = nullptr;
+  EXPECT_EQ(acdbOpenAcDbEntity(entity, entityId, AcDb::kForRead), Acad::eOk);
+  if (entity == nullptr) return {};
+  const AcDbObjectId id = entity->layerId();
+  entity->close();
+  return id;
+}
+
+}  // namespace
+
+// The host remembers each layer's state and which layer a name means, for the many entities of a walk;
+// what it remembers must follow a change by the module, an undo and a command taken back.
+TEST_F(DrawingTest, LayerStateAndLayerNamesFollowChangesUndoAndTakeBack) {
+  openSample();
+  const AcDbObjectId point = firstOnLayer(db(), L"Survey"), survey = layerId(db(), L"Survey");
+  EXPECT_FALSE(layerHides(point));
+  host::beginCommandChanges("_Lock");
+  setLocked(survey, true);
+  EXPECT_TRUE(layerHides(point));
+  host::endCommandChanges();
+  EXPECT_TRUE(layerHides(point));
+  std::string undone;
+  ASSERT_TRUE(host::undoLastCommand(undone));
+  EXPECT_FALSE(layerHides(point));
+  host::beginCommandChanges("_Lock");
+  setLocked(survey, true);
+  EXPECT_TRUE(layerHides(point));
+  host::noteCommandFailure("out of memory");
+  host::endCommandChanges();
+  EXPECT_FALSE(layerHides(point));
+
+  // An entity on a layer the drawing lacks has none, until the layer is added (under another case).
+  const std::filesystem::path ghost = dir_ / "ghost.dxf";
+  std::ofstream(ghost) << "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nGhost\n 10\n0.0\n 20\n0.0\n 30\n0.0\n"
+                          " 11\n1.0\n 21\n1.0\n 31\n0.0\n  0\nENDSEC\n  0\nEOF\n";
+  std::string error;
+  ASSERT_TRUE(host::openDrawing(ghost.string(), error)) << error;
+  const AcDbObjectId line = modelSpaceIds(db()).at(0);
+  EXPECT_TRUE(entityLayer(line).isNull());
+  for (int round = 0; round < 2; ++round) {
+    host::beginCommandChanges("_Layer");
+    AcDbLayerTable* layers = nullptr;
+    ASSERT_EQ(db()->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+    auto* record = new AcDbLayerTableRecord;
+    record->setName(L"GHOST");
+    AcDbObjectId added;
+    ASSERT_EQ(layers->add(added, record), Acad::eOk);
+    record->close();
+    layers->close();
+    host::endCommandChanges();
+    EXPECT_EQ(entityLayer(line), added);
+    ASSERT_TRUE(host::undoLastCommand(undone));
+    EXPECT_TRUE(entityLayer(line).isNull());
   }
 }

@@ -92,3 +92,24 @@ TEST_F(DrawingTest, NewObjectsAreFreedByCloseUntilTheyJoinTheDrawing) {
   EXPECT_EQ(layer->setName(L"Good"), Acad::eOk);
   delete layer;
 }
+
+// Objects are kept after closing and handed out again: each open must still get an object of the
+// record's own class that answers for that record.
+TEST_F(DrawingTest, ObjectsOpenedAgainAnswerForTheirOwnRecord) {
+  openSample();
+  const std::vector<AcDbObjectId> ids = modelSpaceIds(db());
+  for (AcDb::OpenMode mode : {AcDb::kForRead, AcDb::kForWrite, AcDb::kForRead}) {
+    std::vector<AcDbEntity*> open;
+    for (AcDbObjectId id : ids) {
+      AcDbEntity* entity = nullptr;
+      ASSERT_EQ(acdbOpenAcDbEntity(entity, id, mode), Acad::eOk);
+      EXPECT_EQ(entity->objectId(), id);
+      EXPECT_EQ(entity->isWriteEnabled(), mode == AcDb::kForWrite);
+      open.push_back(entity);
+    }
+    EXPECT_NE(dynamic_cast<AcDbPoint*>(open[0]), nullptr);
+    EXPECT_NE(dynamic_cast<AcDbLine*>(open[1]), nullptr);
+    EXPECT_EQ(dynamic_cast<AcDbLine*>(open[4]), nullptr);  // the circle
+    for (AcDbEntity* entity : open) EXPECT_EQ(entity->close(), Acad::eOk);
+  }
+}
