@@ -165,7 +165,9 @@ void MainFrame::buildMenu() {
 
 void MainFrame::updateTitle() {
   const std::string path = host::drawingPath();
-  SetTitle(path.empty() ? wxString("cadhost") : wxString::FromUTF8(path) + " - cadhost");
+  // A star after the name says that the drawing has changes its file does not have yet.
+  const wxString changed = drawingHasUnsavedChanges() ? "*" : "";
+  SetTitle(path.empty() ? wxString("cadhost") : wxString::FromUTF8(path) + changed + " - cadhost");
 }
 
 void MainFrame::showPrompt() {
