@@ -70,12 +70,45 @@ void writeOwnTags(Sink& out, const Entity& e, const TagStyle& style) {
     if (!zero.empty() && zero.back() == '\r') zero.remove_suffix(1);
   }
   out.writeTag(zero, e.type, eol);
-  for (std::size_t i = 0; i < e.tags.size(); ++i) {
-    const std::string_view code = e.tags.codeText(i);
-    if (code.empty())
-      out.writeTag(formatCode(e.tags.code(i)), e.tags.text(i), eol);
+  const TagList& tags = e.tags;
+  const std::size_t n = tags.size();
+  // The tag's bytes in the file where they are what writeTag would write: its code line, the drawing's
+  // line ending, its value.
+  auto asWritten = [&](std::size_t i) {
+    const std::string_view bytes = tags.fileBytes(i);
+    if (bytes.empty()) return bytes;
+    const std::size_t codeLength = tags.codeText(i).size();
+    if (bytes.size() != codeLength + eol.size() + tags.text(i).size() || bytes.substr(codeLength, eol.size()) != eol)
+      return std::string_view{};
+    return bytes;
+  };
+  for (std::size_t i = 0; i < n;) {
+    // A run of such tags one after the other, each line ending as the drawing's: one piece.
+    if (const std::string_view run = asWritten(i); !run.empty()) {
+      const char* end = run.data() + run.size();
+      for (++i; i < n; ++i) {
+        const std::string_view next = asWritten(i);
+        if (next.empty() || next.data() - end != static_cast<std::ptrdiff_t>(eol.size()) ||
+            std::string_view(end, eol.size()) != eol)
+          break;
+        end = next.data() + next.size();
+      }
+      out.write(std::string_view(run.data(), static_cast<std::size_t>(end - run.data())));
+      out.write(eol);
+      continue;
+    }
+    std::string_view code = tags.codeText(i);
+    std::string made;
+    if (code.empty()) {
+      code = standardCodeLine(tags.code(i));
+      if (code.empty()) code = made = formatCode(tags.code(i));
+    }
+    double number = 0.0;
+    if (tags.keptNumber(i, number))
+      out.writeNumberTag(code, number, eol);
     else
-      out.writeTag(code, e.tags.text(i), eol);
+      out.writeTag(code, tags.text(i), eol);
+    ++i;
   }
 }
 

@@ -1,6 +1,7 @@
 // Writing entities and records back: untouched ones as the bytes they were read from, changed or new ones
 // tag by tag, each tag's code line as the file had it (or right-aligned in three columns, as CAD programs
-// write it, for a tag the program made).
+// write it, for a tag the program made). The unchanged tags of a changed record that stand one after the
+// other in the file are copied as one piece.
 #pragma once
 
 #include "host/dxf/BinaryTags.h"
@@ -40,6 +41,21 @@ class Sink {
   // text itself ends in one (a file with mixed line endings) is ended with CR LF to keep that character.
   static std::string_view lineEnd(std::string_view text, std::string_view eol) {
     return !text.empty() && text.back() == '\r' ? std::string_view("\r\n") : eol;
+  }
+  // A tag whose value is a number, spelled straight into the buffer.
+  void writeNumberTag(std::string_view code, double value, std::string_view eol) {
+    const std::size_t n = code.size() + kMaxNumberText + 4;  // two line endings of at most two bytes
+    if (n > buffer_.size() - used_) makeRoom(n);
+    char* p = buffer_.data() + used_;
+    std::memcpy(p, code.data(), code.size());
+    p += code.size();
+    const std::string_view codeEnd = lineEnd(code, eol);
+    std::memcpy(p, codeEnd.data(), codeEnd.size());
+    p += codeEnd.size();
+    p += formatNumberInto(p, value);
+    std::memcpy(p, eol.data(), eol.size());
+    p += eol.size();
+    used_ = static_cast<std::size_t>(p - buffer_.data());
   }
   // Writes what is buffered to the file; false (with errorNumber() set) when the file refused it.
   bool flush();

@@ -34,20 +34,23 @@ std::string_view standardCode(int code) {
   return {kCodeLines.data() + 4 * code, code >= 1000 ? 4u : 3u};
 }
 
-// The shortest round-trip text of a number, into `buf`; the text formatNumber() returns.
-std::string_view formatInto(double value, char (&buf)[64]) {
-  if (value == 0.0) return "0.0";  // also folds -0.0, which some readers refuse
-  auto [end, ec] = std::to_chars(buf, buf + sizeof buf - 2, value);
-  if (ec != std::errc()) return {};
-  std::string_view s(buf, static_cast<std::size_t>(end - buf));
+// The shortest round-trip text of a number, into `out` (kMaxNumberText bytes: the longest shortest form of
+// a double has 24 characters); its length.
+std::size_t formatInto(double value, char* out) {
+  if (value == 0.0) {  // also folds -0.0, which some readers refuse
+    std::memcpy(out, "0.0", 3);
+    return 3;
+  }
+  auto [end, ec] = std::to_chars(out, out + kMaxNumberText - 2, value);
+  if (ec != std::errc()) return 0;
+  const std::string_view s(out, static_cast<std::size_t>(end - out));
   // A real must look like one to other readers: a point, an exponent, or "inf"/"nan".
   const bool looksReal = std::any_of(s.begin(), s.end(), [](char c) { return c == '.' || c == 'e' || c == 'n'; });
   if (std::isfinite(value) && !looksReal) {
     *end++ = '.';
     *end++ = '0';
-    s = std::string_view(buf, static_cast<std::size_t>(end - buf));
   }
-  return s;
+  return static_cast<std::size_t>(end - out);
 }
 
 // Group codes of reals (coordinates, sizes, angles) and the length their changed texts usually have.
@@ -55,7 +58,7 @@ bool isRealCode(int code) {
   return (code >= 10 && code <= 59) || (code >= 110 && code <= 149) || (code >= 210 && code <= 239) ||
          (code >= 460 && code <= 469) || (code >= 1010 && code <= 1059);
 }
-constexpr std::size_t kUsualRealLength = 19;
+constexpr std::size_t kKeptRealLength = sizeof(double);
 
 }  // namespace
 
@@ -98,7 +101,7 @@ std::uint32_t TagList::TextStore::append(std::string_view text, std::size_t firs
 }
 
 TagList::TagList(const TagList& other)
-    : tags_(other.tags_), base_(other.base_), own_(other.own_), modified_(other.modified_) {}
+    : tags_(other.tags_), base_(other.base_), own_(other.own_), modified_(other.modified_) {}  // spelled anew
 
 TagList& TagList::operator=(const TagList& other) {
   if (this != &other) {
@@ -123,8 +126,29 @@ int TagList::wideCode(const Packed& p) const {
   return h.code;
 }
 
+double TagList::numberAt(const Packed& p) const {
+  double v;
+  std::memcpy(&v, own_.data() + p.offset, sizeof v);
+  return v;
+}
+
+std::string_view TagList::spelled(const Packed& p) const {
+  constexpr std::size_t kSlot = 32;
+  static_assert(kSlot >= kMaxNumberText);
+  // Kept numbers lie at least 8 bytes apart in own_: offset / 8 gives each its own slot.
+  const std::uint32_t slots = own_.size() / sizeof(double) + 1;
+  if (spelledSlots_ < slots) {
+    spelled_ = std::make_unique<char[]>(std::size_t{slots} * kSlot);  // zeroed: nothing spelled yet
+    spelledSlots_ = slots;
+  }
+  char* slot = spelled_.get() + std::size_t{p.offset / sizeof(double)} * kSlot;
+  if (slot[0] == 0) slot[0] = static_cast<char>(formatInto(numberAt(p), slot + 1));
+  return {slot + 1, static_cast<std::size_t>(slot[0])};
+}
+
 std::string_view TagList::text(std::size_t i) const {
   const Packed& p = tags_[i];
+  if (isNumber(p)) return spelled(p);
   if (p.code() == kWideCode) {
     WideHeader h;
     std::memcpy(&h, own_.data() + p.offset, sizeof h);
@@ -132,6 +156,21 @@ std::string_view TagList::text(std::size_t i) const {
   }
   const char* start = (p.flags() & kOwned) ? own_.data() : base_;
   return {start + p.offset, p.length()};
+}
+
+bool TagList::keptNumber(std::size_t i, double& value) const {
+  const Packed& p = tags_[i];
+  if (!isNumber(p)) return false;
+  value = numberAt(p);
+  return true;
+}
+
+std::string_view TagList::fileBytes(std::size_t i) const {
+  const Packed& p = tags_[i];
+  if ((p.flags() & (kOwned | kStandardCode)) || p.codeLength() == 0 || p.code() == kWideCode) return {};
+  const std::size_t lineEnd = (p.flags() & kCrLf) ? 2 : 1;
+  const std::size_t before = p.codeLength() + lineEnd;
+  return {base_ + p.offset - before, before + p.length()};
 }
 
 std::string_view TagList::codeText(std::size_t i) const {
@@ -165,14 +204,18 @@ void TagList::appendRaw(int code, std::string_view codeText, std::string_view te
                        codeLength, flags));
 }
 
+std::size_t TagList::firstCapacity() const {
+  if (own_.data() != nullptr) return 0;
+  // The first change of a record read from a file is mostly the start of a transformation, which sets
+  // all its coordinates: room for each of its reals spares the store from growing (and the heap from the
+  // pieces it leaves).
+  std::size_t room = 0;
+  for (std::size_t i = 0; i < tags_.size(); ++i) room += isRealCode(this->code(i)) ? kKeptRealLength : 0;
+  return room;
+}
+
 TagList::Packed TagList::packOwned(int code, std::string_view text) {
-  std::size_t firstCapacity = 0;
-  if (own_.data() == nullptr) {
-    // The first change of a record read from a file is mostly the start of a transformation, which sets
-    // all its coordinates: room for each of its reals in the usual length of a survey coordinate spares
-    // the store from growing (and the heap from the pieces it leaves).
-    for (std::size_t i = 0; i < tags_.size(); ++i) firstCapacity += isRealCode(this->code(i)) ? kUsualRealLength : 0;
-  }
+  const std::size_t firstCapacity = this->firstCapacity();
   if (text.size() > kMaxLength || code < 0 || code >= kWideCode) {
     const WideHeader h{code, static_cast<std::uint32_t>(text.size())};
     char header[sizeof h];
@@ -184,7 +227,21 @@ TagList::Packed TagList::packOwned(int code, std::string_view text) {
   return pack(own_.append(text, firstCapacity), static_cast<std::uint32_t>(text.size()), code, 0, kOwned);
 }
 
-std::optional<double> TagList::number(std::size_t i) const { return parseNumber(text(i)); }
+TagList::Packed TagList::packNumber(int code, double value) {
+  if (code < 0 || code >= kWideCode) {
+    char buf[kMaxNumberText];
+    return packOwned(code, std::string_view(buf, formatInto(value, buf)));
+  }
+  char bytes[sizeof value];
+  std::memcpy(bytes, &value, sizeof value);
+  return pack(own_.append(std::string_view(bytes, sizeof bytes), firstCapacity()), 0, code, 0, kNumber);
+}
+
+std::optional<double> TagList::number(std::size_t i) const {
+  const Packed& p = tags_[i];
+  if (isNumber(p)) return numberAt(p);
+  return parseNumber(text(i));
+}
 
 std::optional<long long> TagList::integer(std::size_t i) const { return parseInteger(text(i)); }
 
@@ -195,8 +252,8 @@ std::optional<std::size_t> TagList::find(int code, std::size_t from) const {
 }
 
 void TagList::setNumber(std::size_t i, double value) {
-  char buf[64];
-  replaceText(i, formatInto(value, buf));  // no heap: a transformation sets millions of these
+  // No text: a transformation sets millions of these, spelled only when the drawing is written.
+  replaceValue(i, [&](int code) { return packNumber(code, value); });
 }
 
 void TagList::setInteger(std::size_t i, long long value) { setText(i, std::to_string(value)); }
@@ -204,28 +261,37 @@ void TagList::setInteger(std::size_t i, long long value) { setText(i, std::to_st
 void TagList::setText(std::size_t i, std::string text) { replaceText(i, text); }
 
 void TagList::replaceText(std::size_t i, std::string_view text) {
+  replaceValue(i, [&](int code) { return packOwned(code, text); });
+}
+
+template <class Pack>
+void TagList::replaceValue(std::size_t i, const Pack& packValue) {
   // The code line stays with the new value, so that a changed tag keeps the spelling of its code; the
   // usual spelling needs no room of its own.
   const std::string_view code = codeText(i);
   const int c = this->code(i);
   Packed fresh{};
   if (!code.empty() && code == standardCode(c)) {
-    fresh = packOwned(c, text);
+    fresh = packValue(c);
     fresh.bits |= kStandardCode << 29;
-  } else if (!code.empty() && code.size() <= kMaxCodeLength && c >= 0 && c < kWideCode && text.size() <= kMaxLength) {
+  } else if (!code.empty() && code.size() <= kMaxCodeLength && c >= 0 && c < kWideCode) {
     const std::string kept(code);  // the store may move while it grows
-    own_.append(kept);
-    fresh = packOwned(c, text);
-    fresh.bits |= static_cast<std::uint32_t>(kept.size()) << 25;
+    const std::uint32_t at = own_.append(kept, firstCapacity());
+    fresh = packValue(c);
+    if (fresh.code() != kWideCode && fresh.offset == at + kept.size())
+      fresh.bits |= static_cast<std::uint32_t>(kept.size()) << 25;
   } else {
-    fresh = packOwned(c, text);
+    fresh = packValue(c);
   }
   tags_[i] = fresh;
   modified_ = true;
 }
 
-void TagList::insert(std::size_t i, int code, std::string text) {
-  const Packed p = packOwned(code, text);
+void TagList::insert(std::size_t i, int code, std::string text) { insertPacked(i, packOwned(code, text)); }
+
+void TagList::insertNumber(std::size_t i, int code, double value) { insertPacked(i, packNumber(code, value)); }
+
+void TagList::insertPacked(std::size_t i, Packed p) {
   // A record read from a file has its tags at their exact count; a transformation adds one or two (an
   // elevation, an extrusion), which must not double the room of every record of the drawing.
   if (tags_.size() == tags_.capacity()) tags_.reserve(tags_.size() + 4);
@@ -233,14 +299,14 @@ void TagList::insert(std::size_t i, int code, std::string text) {
   modified_ = true;
 }
 
-void TagList::insertNumber(std::size_t i, int code, double value) { insert(i, code, formatNumber(value)); }
-
 void TagList::restorePristine(const void* packed, std::size_t count, const char* base) {
   static_assert(sizeof(Packed) == kPackedTagSize);
   const auto* first = static_cast<const Packed*>(packed);
   tags_.assign(first, first + count);
   base_ = base;
   own_ = TextStore();
+  spelled_.reset();
+  spelledSlots_ = 0;
   modified_ = false;
 }
 
@@ -255,10 +321,14 @@ std::string formatCode(int code) {
   return text;
 }
 
+std::string_view standardCodeLine(int code) { return standardCode(code); }
+
 std::string formatNumber(double value) {
-  char buf[64];
-  return std::string(formatInto(value, buf));
+  char buf[kMaxNumberText];
+  return std::string(buf, formatInto(value, buf));
 }
+
+std::size_t formatNumberInto(char* out, double value) { return formatInto(value, out); }
 
 std::string_view trimBlanks(std::string_view s) {
   while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);

@@ -1,12 +1,14 @@
 // The bottom layer of the DXF store: one entity, table record or object as its ordered group-code/value tags.
 //
 // Values are kept as the text they had in the file, so that a value nobody touched is written back byte
-// for byte. A number that is changed is stored as the shortest text that reads back to the same double.
+// for byte. A number that is changed is kept as its double and spelled only when the drawing is written,
+// as the shortest text that reads back to the same double: a transformation changes millions of them,
+// and their texts would take more room than the tags themselves.
 //
 // A drawing has millions of tags, so a tag is stored in 8 bytes: its value as an offset and length into
-// the file buffer (or into the list's own text store once the program set it), its code, and the length
-// of its code line, which in the file stands right before the value line. Texts the program sets are kept
-// in one block per list.
+// the file buffer (or into the list's own store once the program set it), its code, and the length of its
+// code line, which in the file stands right before the value line. Texts and numbers the program sets are
+// kept in one block per list.
 #pragma once
 
 #include <cstddef>
@@ -70,8 +72,9 @@ class TagList {
 
   std::size_t size() const { return tags_.size(); }
   bool empty() const { return tags_.empty(); }
-  // The tag by value: its views point into the file buffer or into this list's text store, and stay
-  // valid until this list is next changed.
+  // The tag by value: its views point into the file buffer or into this list's store, and stay valid
+  // until this list is next changed. A number the program set is spelled on first asking (into a cache
+  // of the list, so two threads must not ask one list at once; writing uses keptNumber instead).
   Tag operator[](std::size_t i) const { return Tag{code(i), codeText(i), text(i)}; }
   int code(std::size_t i) const {
     const int c = tags_[i].code();
@@ -84,6 +87,11 @@ class TagList {
 
   // The value read as a number; nothing when the text is not one.
   std::optional<double> number(std::size_t i) const;
+  // A number the program set, as its double; false for a tag that holds text.
+  bool keptNumber(std::size_t i, double& value) const;
+  // The tag's bytes in the file, from its code line to the end of its value line without the line
+  // ending; empty for a tag whose value or code line the program made.
+  std::string_view fileBytes(std::size_t i) const;
   std::optional<long long> integer(std::size_t i) const;
 
   // Index of the first tag with this code at or after `from`.
@@ -136,6 +144,8 @@ class TagList {
   static constexpr std::uint32_t kOwned = 1;
   static constexpr std::uint32_t kCrLf = 2;
   static constexpr std::uint32_t kStandardCode = 4;  // the code line is formatCode(code)
+  static constexpr std::uint32_t kNumber = kOwned | kCrLf;
+  static bool isNumber(const Packed& p) { return (p.flags() & kNumber) == kNumber; }
   static Packed pack(std::uint32_t offset, std::uint32_t length, int code, std::uint32_t codeLength,
                      std::uint32_t flags) {
     return Packed{offset, length | (static_cast<std::uint32_t>(code) << 14) | (codeLength << 25) | (flags << 29)};
@@ -152,6 +162,7 @@ class TagList {
     TextStore& operator=(const TextStore&) = delete;
     ~TextStore() = default;
     const char* data() const { return data_.get(); }
+    std::uint32_t size() const { return size_; }
     // Returns where the text starts; the first block holds at least `firstCapacity` bytes.
     std::uint32_t append(std::string_view text, std::size_t firstCapacity = 0);
 
@@ -162,20 +173,39 @@ class TagList {
   };
 
   Packed packOwned(int code, std::string_view text);
+  Packed packNumber(int code, double value);
+  void insertPacked(std::size_t i, Packed p);
+  // Room for the first block of own_: see packOwned.
+  std::size_t firstCapacity() const;
+  // Puts a new value in place of tag i's, keeping its code line: made by `pack` from the code.
+  template <class Pack>
+  void replaceValue(std::size_t i, const Pack& pack);
   void replaceText(std::size_t i, std::string_view text);
+  double numberAt(const Packed& p) const;
+  std::string_view spelled(const Packed& p) const;
 
   std::vector<Packed> tags_;
   const char* base_ = nullptr;
   TextStore own_;
+  // The texts of kept numbers that someone asked for, 32 bytes a slot (the first holding the length, 0
+  // while unspelled), one slot for every 8 bytes of own_; made on first asking. own_ only grows while it
+  // lives, so a spelled slot stays right until own_ is replaced.
+  mutable std::unique_ptr<char[]> spelled_;
+  mutable std::uint32_t spelledSlots_ = 0;
   bool modified_ = false;
 };
 
 // The code line a CAD program writes for a group code: right-aligned in three columns ("  0", " 10", "1001").
 std::string formatCode(int code);
+// The same without allocating, for the codes DXF knows (0 to 1071); empty for any other.
+std::string_view standardCodeLine(int code);
 
 // The shortest text that reads back to exactly `value`, always with a decimal point or an exponent
 // so that other readers take it for a real ("2561234.0", "0.1", "1e-300").
 std::string formatNumber(double value);
+// The same into `out`, which has room for kMaxNumberText bytes; returns the length.
+inline constexpr std::size_t kMaxNumberText = 32;
+std::size_t formatNumberInto(char* out, double value);
 
 // The text without the blanks and tabs around it, as values are compared where a file's writer may have
 // padded them ("SECTION ", "     6").

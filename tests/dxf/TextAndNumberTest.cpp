@@ -1,5 +1,6 @@
 // Numbers keep every digit a survey coordinate has; texts convert between the file's code page and UTF-8.
 #include "host/dxf/Codec.h"
+#include "host/dxf/Document.h"
 #include "host/dxf/TagList.h"
 
 #include <gtest/gtest.h>
@@ -95,3 +96,39 @@ TEST(DxfText, CodePagesAndEscapesConvertBothWays) {
 }
 
 }  // namespace
+
+// A changed number is kept as its double and spelled when it is asked for or written; the tags of a changed
+// record that nobody touched are written as the file has them, line endings made the drawing's own.
+TEST(DxfNumbers, KeptNumbersAreSpelledWhenWrittenAndAfterATakeBack) {
+  const std::string file =
+      "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n  0\r\nLINE\r\n  8\r\n0\r\n 10\r\n1.0\r\n 20\n2.0\r\n30\r\n3.0\r\n"
+      " 11\r\n4.0\r\n 21\r\n5.0\r\n 31\r\n6.0\r\n  0\r\nENDSEC\r\n  0\r\nEOF\r\n";
+  std::string error;
+  auto doc = dxf::Document::parse(file, "line.dxf", error);
+  ASSERT_TRUE(doc) << error;
+  dxf::Entity& line = *doc->modelSpace().at(0);
+  dxf::TagList& tags = line.tags;
+  doc->journal().beginStep("move");
+  doc->journal().recordChange(line);
+  tags.setNumber(1, 2561234.5);
+  tags.setNumber(4, 7.0);
+  tags.insertNumber(7, 39, 0.25);
+  EXPECT_EQ(tags.number(1), 2561234.5);
+  EXPECT_EQ(tags.text(1), "2561234.5");
+  EXPECT_EQ(tags.text(4), "7.0");
+  EXPECT_EQ(tags.codeText(3), "30");
+  const std::string moved =
+      "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n  0\r\nLINE\r\n  8\r\n0\r\n 10\r\n2561234.5\r\n 20\r\n2.0\r\n30\r\n3.0\r\n"
+      " 11\r\n7.0\r\n 21\r\n5.0\r\n 31\r\n6.0\r\n 39\r\n0.25\r\n  0\r\nENDSEC\r\n  0\r\nEOF\r\n";
+  EXPECT_EQ(doc->bytes(), moved);
+
+  doc->journal().rollbackStep({});
+  EXPECT_EQ(tags.text(1), "1.0");
+  EXPECT_EQ(doc->bytes(), file);
+  // The list's store starts again from nothing: no text spelled before the take-back may come back.
+  tags.setNumber(1, 8.5);
+  EXPECT_EQ(tags.text(1), "8.5");
+  const dxf::TagList copy = tags;
+  EXPECT_EQ(copy.text(1), "8.5");
+  EXPECT_EQ(copy.number(1), 8.5);
+}
