@@ -4,13 +4,12 @@
 #include "host/dxf/BinaryTags.h"
 #include "host/dxf/Codec.h"
 #include "host/dxf/EntityWriter.h"
+#include "host/dxf/FileBytes.h"
 #include "host/dxf/Sections.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <fstream>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -81,7 +80,7 @@ void forEachRecord(E& e, const F& f) {
 }  // namespace
 
 struct Document::Impl {
-  std::string buffer;  // the file; every record of the drawing refers into it
+  FileBytes buffer;  // the file; every record of the drawing refers into it
   std::string texts;   // of a binary file: its values spelled as text; the records' tags refer into it
   Drawing drawing;
   Codec codec = Codec::utf8();
@@ -211,34 +210,23 @@ std::unique_ptr<Document> Document::load(const std::filesystem::path& path, std:
     error = name + ": is a directory, not a DXF file";
     return nullptr;
   }
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    error = name + ": cannot be opened: " + std::strerror(errno);
+  std::optional<FileBytes> bytes = FileBytes::read(path, kMaxFileSize, error);
+  if (!bytes) {
+    error = name + ": " + error;
     return nullptr;
   }
-  in.seekg(0, std::ios::end);
-  const std::streamoff size = in.tellg();
-  in.seekg(0, std::ios::beg);
-  if (size < 0) {
-    error = name + ": cannot be read";
-    return nullptr;
-  }
-  if (static_cast<std::size_t>(size) > kMaxFileSize) {
-    error = name + ": is larger than the " + std::to_string(kMaxFileSize >> 20) + " MiB a drawing may have";
-    return nullptr;
-  }
-  std::string bytes(static_cast<std::size_t>(size), '\0');
-  if (!in.read(bytes.data(), size)) {
-    error = name + ": cannot be read";
-    return nullptr;
-  }
-  return parse(std::move(bytes), name, error, repairs);
+  return parseBytes(std::move(*bytes), name, error, repairs);
 }
 
 std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view name, std::string& error,
                                           std::vector<std::string>* repairs) {
+  return parseBytes(FileBytes(std::move(bytes)), name, error, repairs);
+}
+
+std::unique_ptr<Document> Document::parseBytes(FileBytes bytes, std::string_view name, std::string& error,
+                                               std::vector<std::string>* repairs) {
   const std::string prefix = std::string(name) + ": ";
-  if (auto why = refuseFormat(bytes)) {
+  if (auto why = refuseFormat(bytes.view())) {
     error = prefix + *why;
     return nullptr;
   }
@@ -249,7 +237,7 @@ std::unique_ptr<Document> Document::parse(std::string bytes, std::string_view na
   std::unique_ptr<Document> doc(new Document());
   Impl& d = *doc->impl_;
   d.buffer = std::move(bytes);  // from here on the buffer never moves: the records point into it
-  const std::string_view buffer = d.buffer;
+  const std::string_view buffer = d.buffer.view();
   RepairLog log;
   RepairLog* const recovering = repairs ? &log : nullptr;
   bool read = false;

@@ -31,6 +31,8 @@
 
 namespace dxf {
 
+class FileBytes;
+
 // The versions read and written, oldest first; the file names them in $ACADVER. R10 stands for every
 // version before R12 (AC1002 to AC1006): their files have the R12 layout with fewer tables and variables.
 enum class Version { R10, R12, R13, R14, R2000, R2004, R2007, R2010, R2013, R2018 };
@@ -159,6 +161,8 @@ class Document {
 
  private:
   Document();
+  static std::unique_ptr<Document> parseBytes(FileBytes bytes, std::string_view name, std::string& error,
+                                              std::vector<std::string>* repairs);
   // The named table (LTYPE or LAYER), added empty with its TABLES section where the file has none.
   Table& ensureTable(std::string_view name);
   void repairHandles(RepairLog& repairs);

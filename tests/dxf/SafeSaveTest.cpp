@@ -4,11 +4,13 @@
 #include "DxfTestSupport.h"
 
 #include "host/dxf/AtomicFile.h"
+#include "host/dxf/Document.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdio>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -148,6 +150,33 @@ TEST(SafeSave, NoTemporaryOutlivesAnySignalAndAFileSizeLimitFailsTheSave) {
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
   EXPECT_EQ(entries(dir), std::vector<std::string>{"plan.dxf"});
   EXPECT_EQ(dxftest::readFile(target), "the drawing as it was");
+}
+
+}  // namespace
+
+namespace {
+
+// An open drawing does not lean on its file: another program may cut the file short or write over it in
+// place while the drawing is open, and the drawing still saves whole.
+TEST(SafeSave, AnOpenDrawingOutlivesItsFileBeingCutOrOverwritten) {
+  const fs::path dir = dxftest::scratchDir("safe-save-file-changes");
+  const fs::path file = dir / "plan.dxf";
+  const std::string original = dxftest::readFile(dxftest::corpus().back());
+  dxftest::writeFile(file, original);
+  std::string error;
+  auto doc = dxf::Document::load(file, error);
+  ASSERT_TRUE(doc) << error;
+  ASSERT_EQ(::truncate(file.c_str(), 100), 0);
+  EXPECT_EQ(doc->bytes(), original);
+  {
+    std::FILE* f = std::fopen(file.c_str(), "r+");
+    ASSERT_NE(f, nullptr);
+    const std::string other(original.size(), 'x');
+    std::fwrite(other.data(), 1, other.size(), f);
+    std::fclose(f);
+  }
+  ASSERT_TRUE(doc->save(file, error)) << error;
+  EXPECT_EQ(dxftest::readFile(file), original);
 }
 
 }  // namespace
