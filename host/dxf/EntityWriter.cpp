@@ -2,7 +2,15 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace dxf {
 
@@ -133,6 +141,119 @@ void writeEntity(Sink& out, const Entity& entity, const TagStyle& style) {
   else
     writeOwnTags(out, entity, style);
   for (const Entity& child : entity.children) writeEntity(out, child, style);
+}
+
+
+namespace {
+
+// Records a helper thread writes at a time: enough that handing a stretch over costs nothing next to
+// spelling it, few enough that the stretches waiting for their turn take little memory.
+constexpr std::size_t kStretch = 2048;
+// Stretches the helper may be ahead of this thread; bounds the memory they hold.
+constexpr std::size_t kAhead = 4;
+
+void writeStretch(Sink& out, const std::deque<Entity>& records, std::size_t stretch, const TagStyle& style) {
+  const std::size_t end = std::min(records.size(), (stretch + 1) * kStretch);
+  for (std::size_t i = stretch * kStretch; i < end; ++i) writeEntity(out, records[i], style);
+}
+
+// The helper's side: the odd stretches, each into a buffer of its own.
+class StretchHelper {
+ public:
+  StretchHelper(const std::deque<Entity>& records, const TagStyle& style, std::size_t stretches)
+      : records_(records), style_(style), stretches_(stretches), done_(stretches), thread_([this] { run(); }) {}
+  StretchHelper(const StretchHelper&) = delete;
+  StretchHelper& operator=(const StretchHelper&) = delete;
+  ~StretchHelper() {
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      stop_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+  }
+
+  // The stretch's bytes once the helper wrote them; nothing when it could not (it ran out of memory),
+  // and then the caller writes the stretch itself.
+  std::optional<std::string> take(std::size_t stretch) {
+    std::unique_lock<std::mutex> lock(mutex_);
+    changed_.wait(lock, [&] { return done_[stretch].has_value() || failed_; });
+    if (!done_[stretch]) return std::nullopt;
+    std::optional<std::string> bytes = std::move(done_[stretch]);
+    done_[stretch].reset();
+    return bytes;
+  }
+  // This thread has written every stretch before `stretch`.
+  void reached(std::size_t stretch) {
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      reached_ = stretch;
+    }
+    changed_.notify_all();
+  }
+
+ private:
+  void run() {
+    try {
+      for (std::size_t s = 1; s < stretches_; s += 2) {
+        {
+          std::unique_lock<std::mutex> lock(mutex_);
+          changed_.wait(lock, [&] { return stop_ || s < reached_ + kAhead; });
+          if (stop_) return;
+        }
+        Sink buffer;
+        writeStretch(buffer, records_, s, style_);
+        std::string bytes = buffer.take();
+        {
+          std::lock_guard<std::mutex> lock(mutex_);
+          done_[s] = std::move(bytes);
+        }
+        changed_.notify_all();
+      }
+    } catch (...) {
+      std::lock_guard<std::mutex> lock(mutex_);
+      failed_ = true;
+    }
+    changed_.notify_all();
+  }
+
+  const std::deque<Entity>& records_;
+  const TagStyle& style_;
+  const std::size_t stretches_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::vector<std::optional<std::string>> done_;
+  std::size_t reached_ = 0;
+  bool stop_ = false;
+  bool failed_ = false;
+  std::thread thread_;  // last: starts once everything above is ready
+};
+
+}  // namespace
+
+void writeRecords(Sink& out, const std::deque<Entity>& records, const TagStyle& style) {
+  const std::size_t stretches = (records.size() + kStretch - 1) / kStretch;
+  std::optional<StretchHelper> helper;
+  if (stretches >= 4 && std::thread::hardware_concurrency() >= 2) {
+    try {
+      helper.emplace(records, style, stretches);
+    } catch (const std::system_error&) {
+      // No thread to be had: one core writes it all.
+    }
+  }
+  if (!helper) {
+    for (const Entity& e : records) writeEntity(out, e, style);
+    return;
+  }
+  for (std::size_t s = 0; s < stretches; ++s) {
+    std::optional<std::string> bytes;
+    if (s % 2 == 1) bytes = helper->take(s);
+    if (bytes)
+      out.write(*bytes);
+    else
+      writeStretch(out, records, s, style);
+    helper->reached(s + 1);
+  }
 }
 
 }  // namespace dxf

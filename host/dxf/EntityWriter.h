@@ -8,6 +8,7 @@
 #include "host/dxf/Entity.h"
 
 #include <cstring>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -90,5 +91,10 @@ struct TagStyle {
 
 // Writes the entity with its children; an erased entity writes nothing.
 void writeEntity(Sink& out, const Entity& entity, const TagStyle& style);
+
+// Writes the records one after the other. Many records are spelled on two cores: a helper thread writes
+// every other stretch of them into a buffer of its own while this thread writes the others, and the
+// stretches go out in file order, so the bytes are exactly those of writing one record after the other.
+void writeRecords(Sink& out, const std::deque<Entity>& records, const TagStyle& style);
 
 }  // namespace dxf

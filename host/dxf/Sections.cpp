@@ -448,7 +448,7 @@ void writeDrawing(Sink& out, const Drawing& d) {
   out.write(d.preamble);
   for (const Section& s : d.sections) {
     writeEntity(out, s.head, style);
-    for (const Entity& e : s.records) writeEntity(out, e, style);
+    writeRecords(out, s.records, style);
     for (const Table& t : s.tables) {
       writeEntity(out, t.head, style);
       for (const Entity& e : t.records) writeEntity(out, e, style);

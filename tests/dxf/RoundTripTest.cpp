@@ -3,11 +3,13 @@
 #include "DxfTestSupport.h"
 
 #include "host/dxf/Document.h"
+#include "host/dxf/EntityWriter.h"
 #include "host/dxf/Transform.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <deque>
 
 namespace {
 
@@ -99,6 +101,48 @@ TEST(DxfRoundTrip, TransformedDrawingsReadBackWithTheIndependentReadersCoordinat
       for (double v : row) args.push_back(dxf::formatNumber(v));
     EXPECT_EQ(dxftest::checkDrawing(args, report), 0) << report;
   }
+}
+
+}  // namespace
+
+namespace {
+
+// Many records are written on two cores in stretches: the bytes must be those of writing one record after
+// the other, whatever stands at the seams (a changed record, an erased one, a polyline with its vertices).
+TEST(DxfRoundTrip, ManyRecordsWriteOnTwoCoresAsOnOne) {
+  const dxf::Matrix44 kMove{{{0.8, -0.6, 0.0, 1000.0}, {0.6, 0.8, 0.0, -250.5}, {0.0, 0.0, 1.0, 3.0}, {0.0, 0.0, 0.0, 1.0}}};
+  std::string file = "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n";
+  constexpr int kCount = 9000;
+  for (int i = 0; i < kCount; ++i) {
+    const std::string x = std::to_string(2561234 + i) + ".125";
+    if (i % 1000 == 47)
+      file += "  0\r\nPOLYLINE\r\n  8\r\n0\r\n 66\r\n1\r\n  0\r\nVERTEX\r\n  8\r\n0\r\n 10\r\n" + x +
+              "\r\n 20\r\n7.5\r\n  0\r\nSEQEND\r\n  8\r\n0\r\n";
+    else
+      file += "  0\r\nPOINT\r\n  8\r\nPunkte\r\n 10\r\n" + x + "\r\n 20\r\n5634012.5\r\n 30\r\n0.0\r\n";
+  }
+  file += "  0\r\nENDSEC\r\n  0\r\nEOF\r\n";
+  std::string error;
+  auto doc = dxf::Document::parse(file, "points.dxf", error);
+  ASSERT_TRUE(doc) << error;
+  std::deque<dxf::Entity> records;
+  for (dxf::Entity* e : doc->modelSpace()) records.push_back(*e);
+  ASSERT_EQ(records.size(), std::size_t{kCount});
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    dxf::Entity& e = records[i];
+    const bool seam = i % 2048 == 0 || i % 2048 == 2047;
+    if (seam || i % 7 == 0) dxf::transformEntity(e, kMove);
+    if (i % 11 == 0 && !seam) e.erased = true;
+  }
+  dxf::TagStyle style;
+  style.eol = "\r\n";
+  dxf::Sink one;
+  for (const dxf::Entity& e : records) dxf::writeEntity(one, e, style);
+  dxf::Sink two;
+  dxf::writeRecords(two, records, style);
+  const std::string expected = one.take();
+  EXPECT_EQ(two.take(), expected);
+  EXPECT_NE(expected.find("VERTEX"), std::string::npos);
 }
 
 }  // namespace
