@@ -1,5 +1,7 @@
 #include "host/dxf/ChangeJournal.h"
 
+#include "host/dxf/TagReader.h"
+
 #include <cstring>
 #include <utility>
 
@@ -46,6 +48,37 @@ bool ChangeJournal::unchanged(const Saved& s) {
   return s.record->erased == s.erased && sameTags(s.record->tags, s.tags) && sameRecords(s.record->children, s.children);
 }
 
+bool ChangeJournal::unchangedReread(const Reread& r) {
+  return r.record->erased == r.erased && r.record->tags.pristine() && r.record->tags.size() == r.count &&
+         r.record->children.empty();
+}
+
+bool ChangeJournal::rereadable(const Entity& record) {
+  // Its tags were read from its bytes (a binary file's values are texts kept elsewhere), and the bytes
+  // end with the last tag's value line.
+  const TagList& tags = record.tags;
+  const std::string_view source = record.source;
+  if (source.empty() || tags.empty()) return false;
+  const std::less<const char*> before;
+  const char* first = tags.firstValue();
+  if (before(first, source.data()) || !before(first, source.data() + source.size())) return false;
+  const std::string_view last = tags.fileBytes(tags.size() - 1);
+  if (last.empty() || before(last.data(), source.data())) return false;
+  const std::size_t lastEnd = static_cast<std::size_t>(last.data() - source.data()) + last.size();
+  return lastEnd <= source.size() && source.size() - lastEnd <= 2;
+}
+
+void ChangeJournal::reread(Entity& record) {
+  TagList& tags = record.tags;
+  tags.clearForRereading();
+  TagReader reader(record.source);
+  if (reader.peek()) reader.advance();  // past the record's 0 tag
+  while (const RawTag* t = reader.peek()) {
+    tags.appendRaw(t->code, t->codeText, t->text);
+    reader.advance();
+  }
+}
+
 bool ChangeJournal::unchangedKept(const Kept& k) {
   return k.record->erased == k.erased && k.record->tags.pristine() && k.record->tags.size() == k.count &&
          k.record->children.empty();
@@ -74,6 +107,7 @@ bool ChangeJournal::endStep() {
   // was) is no change of the drawing.
   std::erase_if(step_.saved, unchanged);
   std::erase_if(step_.kept, unchangedKept);
+  std::erase_if(step_.reread, unchangedReread);
   std::erase_if(step_.appends, [](const Append& a) { return a.sequence->size() == a.size; });
   if (step_.empty()) {
     step_ = Step{};
@@ -98,6 +132,12 @@ void ChangeJournal::takeBack(Step& step, const Observer& observer) {
     record.erased = it->erased;
     if (observer.restored) observer.restored(record);
   }
+  for (auto it = step.reread.rbegin(); it != step.reread.rend(); ++it) {
+    Entity& record = *it->record;
+    reread(record);
+    record.erased = it->erased;
+    if (observer.restored) observer.restored(record);
+  }
   for (auto it = step.appends.rbegin(); it != step.appends.rend(); ++it) {
     std::deque<Entity>& sequence = *it->sequence;
     while (sequence.size() > it->size) {
@@ -109,6 +149,7 @@ void ChangeJournal::takeBack(Step& step, const Observer& observer) {
   // Emptied, not replaced: a fresh deque allocates, and this runs when memory may have run out.
   step.saved.clear();
   step.kept.clear();
+  step.reread.clear();
   step.arena.clear();
   step.arenaUsed = 0;
   step.appends.clear();
@@ -143,7 +184,9 @@ void ChangeJournal::recordChange(Entity& record) {
   Step& step = current();
   if (record.journalStep == step.serial) return;
   const TagList& tags = record.tags;
-  if (record.children.empty() && tags.pristine() && tags.size() <= kArenaBlock) {
+  if (record.children.empty() && tags.pristine() && rereadable(record)) {
+    step.reread.push_back(Reread{&record, static_cast<std::uint32_t>(tags.size()), record.erased});
+  } else if (record.children.empty() && tags.pristine() && tags.size() <= kArenaBlock) {
     const void* packed = step.keep(tags.packedTags(), tags.size());
     step.kept.push_back(Kept{&record, tags.packedBase(), packed, static_cast<std::uint32_t>(tags.size()), record.erased});
   } else {

@@ -2,10 +2,11 @@
 // command that failed half-way (out of memory, a result that is not finite) leaves no trace, and the user's
 // undo brings the drawing back bit for bit.
 //
-// The journal keeps no copy of the drawing. A record's tags are copied the first time a step changes
-// them (its tags are eight bytes each and point into the file buffer, so the copy is small next to the
-// record's text); records appended during a step are simply taken off again. Taking a step back moves the
-// copies into place and allocates nothing, so it works when memory has run out.
+// The journal keeps no copy of the drawing. A record as read from a text file and never changed is noted
+// by its address alone: its tags are read again from its bytes in the file buffer when the step is taken
+// back. Other records' tags are copied the first time a step changes them (eight bytes a tag, pointing
+// into the file buffer); records appended during a step are simply taken off again. Taking a step back
+// puts the old tags in place and allocates nothing, so it works when memory has run out.
 #pragma once
 
 #include "host/dxf/Entity.h"
@@ -67,6 +68,12 @@ class ChangeJournal {
     std::uint32_t count;
     bool erased;
   };
+  // A record as read from a text file: its bytes there are all there is to it.
+  struct Reread {
+    Entity* record;
+    std::uint32_t count;
+    bool erased;
+  };
   struct Append {
     std::deque<Entity>* sequence;
     std::size_t size;
@@ -76,11 +83,14 @@ class ChangeJournal {
     std::string label;
     std::deque<Saved> saved;  // deques: a large step grows without copying what it holds
     std::deque<Kept> kept;
+    std::deque<Reread> reread;
     std::vector<std::unique_ptr<std::uint64_t[]>> arena;
     std::size_t arenaUsed = 0;  // of the last block
     std::vector<Append> appends;
     std::vector<std::function<void()>> actions;
-    bool empty() const { return saved.empty() && kept.empty() && appends.empty() && actions.empty(); }
+    bool empty() const {
+      return saved.empty() && kept.empty() && reread.empty() && appends.empty() && actions.empty();
+    }
     void* keep(const void* packed, std::size_t count);
   };
 
@@ -88,6 +98,9 @@ class ChangeJournal {
   static void takeBack(Step& step, const Observer& observer);
   static bool unchanged(const Saved& saved);
   static bool unchangedKept(const Kept& kept);
+  static bool unchangedReread(const Reread& reread);
+  static bool rereadable(const Entity& record);
+  static void reread(Entity& record);
 
   std::deque<Step> closed_;  // a deque: steps are never copied when one is added
   Step step_;

@@ -302,7 +302,10 @@ void TagList::insertPacked(std::size_t i, Packed p) {
 void TagList::restorePristine(const void* packed, std::size_t count, const char* base) {
   static_assert(sizeof(Packed) == kPackedTagSize);
   const auto* first = static_cast<const Packed*>(packed);
-  tags_.assign(first, first + count);
+  if (count == 0)
+    tags_.clear();  // keeps the room
+  else
+    tags_.assign(first, first + count);
   base_ = base;
   own_ = TextStore();
   spelled_.reset();
@@ -343,9 +346,38 @@ std::string_view trimmedNumber(std::string_view s) {
   return s;
 }
 
+namespace {
+
+// A plain decimal of at most 15 digits, as survey coordinates are written ("2561234.567", "-12.5", "300"):
+// its digits as an integer are exact in a double, and so is the power of ten, so one division gives the
+// correctly rounded value, the one a full reader gives too. Anything else is left to the full reader.
+std::optional<double> plainDecimal(std::string_view s) {
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  std::size_t i = 0;
+  const bool negative = !s.empty() && s.front() == '-';
+  if (negative) ++i;
+  std::uint64_t digits = 0;
+  std::size_t count = 0;
+  auto digit = [&] { return i < s.size() && s[i] >= '0' && s[i] <= '9'; };
+  for (; digit(); ++i, ++count) digits = digits * 10 + static_cast<std::uint64_t>(s[i] - '0');
+  if (count == 0) return std::nullopt;
+  std::size_t fraction = 0;
+  if (i < s.size() && s[i] == '.') {
+    ++i;
+    for (; digit(); ++i, ++fraction) digits = digits * 10 + static_cast<std::uint64_t>(s[i] - '0');
+    if (fraction == 0) return std::nullopt;
+  }
+  if (i != s.size() || count + fraction > 15) return std::nullopt;
+  const double v = static_cast<double>(digits) / kPowers[fraction];
+  return negative ? -v : v;
+}
+
+}  // namespace
+
 std::optional<double> parseNumber(std::string_view text) {
   text = trimmedNumber(text);
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  if (const std::optional<double> plain = plainDecimal(text)) return plain;
   double v = 0.0;
   auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), v);
   if (ec != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;

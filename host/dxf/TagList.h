@@ -123,6 +123,10 @@ class TagList {
   const char* packedBase() const { return base_; }
   static constexpr std::size_t kPackedTagSize = 8;
   void restorePristine(const void* packed, std::size_t count, const char* base);
+  // Empties the list for reading its record's tags again with appendRaw: its room stays.
+  void clearForRereading() { restorePristine(nullptr, 0, nullptr); }
+  // The first byte of the record's values in the file (the texts of a binary file lie elsewhere).
+  const char* firstValue() const { return tags_.empty() ? nullptr : base_ + tags_.front().offset; }
 
  private:
   // One tag in 8 bytes: the offset of its value relative to base_ (file texts) or into own_ (program texts,
