@@ -157,7 +157,9 @@ void writeStretch(Sink& out, const std::deque<Entity>& records, std::size_t stre
   for (std::size_t i = stretch * kStretch; i < end; ++i) writeEntity(out, records[i], style);
 }
 
-// The helper's side: the odd stretches, each into a buffer of its own.
+// The helper's side: whichever stretch is next when it is free, into a buffer of its own, at most kAhead
+// stretches ahead of this thread. This thread writes the next stretch itself when the helper has not taken
+// it, so the work splits by how fast each side gets on, not half and half.
 class StretchHelper {
  public:
   StretchHelper(const std::deque<Entity>& records, const TagStyle& style, std::size_t stretches)
@@ -173,15 +175,19 @@ class StretchHelper {
     thread_.join();
   }
 
-  // The stretch's bytes once the helper wrote them; nothing when it could not (it ran out of memory),
-  // and then the caller writes the stretch itself.
-  std::optional<std::string> take(std::size_t stretch) {
+  // Called in order for every stretch: true when this thread is to write it itself (the helper did not
+  // take it, or could not write it: it ran out of memory); otherwise `bytes` holds what the helper wrote.
+  bool mine(std::size_t stretch, std::string& bytes) {
     std::unique_lock<std::mutex> lock(mutex_);
+    if (next_ == stretch) {
+      next_ = stretch + 1;
+      return true;
+    }
     changed_.wait(lock, [&] { return done_[stretch].has_value() || failed_; });
-    if (!done_[stretch]) return std::nullopt;
-    std::optional<std::string> bytes = std::move(done_[stretch]);
+    if (!done_[stretch]) return true;
+    bytes = std::move(*done_[stretch]);
     done_[stretch].reset();
-    return bytes;
+    return false;
   }
   // This thread has written every stretch before `stretch`.
   void reached(std::size_t stretch) {
@@ -195,11 +201,13 @@ class StretchHelper {
  private:
   void run() {
     try {
-      for (std::size_t s = 1; s < stretches_; s += 2) {
+      for (;;) {
+        std::size_t s = 0;
         {
           std::unique_lock<std::mutex> lock(mutex_);
-          changed_.wait(lock, [&] { return stop_ || s < reached_ + kAhead; });
-          if (stop_) return;
+          changed_.wait(lock, [&] { return stop_ || next_ >= stretches_ || next_ < reached_ + kAhead; });
+          if (stop_ || next_ >= stretches_) return;
+          s = next_++;
         }
         Sink buffer;
         writeStretch(buffer, records_, s, style_);
@@ -211,10 +219,12 @@ class StretchHelper {
         changed_.notify_all();
       }
     } catch (...) {
-      std::lock_guard<std::mutex> lock(mutex_);
-      failed_ = true;
+      {
+        std::lock_guard<std::mutex> lock(mutex_);
+        failed_ = true;
+      }
+      changed_.notify_all();
     }
-    changed_.notify_all();
   }
 
   const std::deque<Entity>& records_;
@@ -223,7 +233,8 @@ class StretchHelper {
   std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<std::optional<std::string>> done_;
-  std::size_t reached_ = 0;
+  std::size_t next_ = 0;     // the first stretch nobody took yet
+  std::size_t reached_ = 0;  // stretches this thread has written
   bool stop_ = false;
   bool failed_ = false;
   std::thread thread_;  // last: starts once everything above is ready
@@ -245,13 +256,12 @@ void writeRecords(Sink& out, const std::deque<Entity>& records, const TagStyle& 
     for (const Entity& e : records) writeEntity(out, e, style);
     return;
   }
+  std::string bytes;
   for (std::size_t s = 0; s < stretches; ++s) {
-    std::optional<std::string> bytes;
-    if (s % 2 == 1) bytes = helper->take(s);
-    if (bytes)
-      out.write(*bytes);
-    else
+    if (helper->mine(s, bytes))
       writeStretch(out, records, s, style);
+    else
+      out.write(bytes);
     helper->reached(s + 1);
   }
 }

@@ -134,8 +134,7 @@ TEST(DxfRoundTrip, ManyRecordsWriteOnTwoCoresAsOnOne) {
     if (seam || i % 7 == 0) dxf::transformEntity(e, kMove);
     if (i % 11 == 0 && !seam) e.erased = true;
   }
-  dxf::TagStyle style;
-  style.eol = "\r\n";
+  const dxf::TagStyle style{std::string("\r\n"), std::nullopt};
   dxf::Sink one;
   for (const dxf::Entity& e : records) dxf::writeEntity(one, e, style);
   dxf::Sink two;
