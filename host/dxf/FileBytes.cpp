@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <new>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -67,6 +68,8 @@ std::optional<FileBytes> FileBytes::read(const std::filesystem::path& path, std:
   bytes.length_ = (size + kHugePage - 1) / kHugePage * kHugePage;
   void* memory = ::mmap(nullptr, bytes.length_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (memory == MAP_FAILED) {
+    // No room for the drawing is a shortage of memory like any other, which the caller reports as such.
+    if (errno == ENOMEM) throw std::bad_alloc();
     error = std::string("cannot be read: ") + std::strerror(errno);
     return std::nullopt;
   }

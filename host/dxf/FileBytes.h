@@ -27,7 +27,8 @@ class FileBytes {
   ~FileBytes();
 
   // Reads the whole file, which may hold at most `limit` bytes. On failure returns nothing and sets
-  // `error` to what went wrong, without the file's name ("cannot be opened: No such file or directory").
+  // `error` to what went wrong, without the file's name ("cannot be opened: No such file or directory");
+  // throws std::bad_alloc where there is no memory for it.
   static std::optional<FileBytes> read(const std::filesystem::path& path, std::size_t limit, std::string& error);
 
   std::string_view view() const { return mapped_ ? std::string_view(mapped_, size_) : std::string_view(text_); }
