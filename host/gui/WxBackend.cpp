@@ -270,6 +270,18 @@ CSize WxBackend::dialogBaseUnits(const CWnd*) {
   return CSize((extent.x / 26 + 1) / 2, extent.y);
 }
 
+bool WxBackend::clientSize(const CWnd& window, CSize& size) {
+  if (dataOf(window).kind != ControlKind::ListView) return false;
+  auto* list = dynamic_cast<wxListCtrl*>(widgetOf(window));
+  const auto* framework = dynamic_cast<const CListCtrl*>(&window);
+  if (list == nullptr || framework == nullptr) return false;
+  // The rows' width inside the border and beside a vertical scroll bar, less the text margins the widget's
+  // columns have beyond the framework's: columns fitted to it fill the list without a horizontal scroll bar.
+  const wxSize client = list->GetClientSize();
+  size = CSize(std::max(0, client.x - framework->GetColumnCount() * kListTextMargins), client.y);
+  return true;
+}
+
 void WxBackend::windowCreated(CWnd& window) {
   const auto& d = dataOf(window);
   wxWindow* widget = nullptr;

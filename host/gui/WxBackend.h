@@ -38,6 +38,7 @@ class WxBackend : public host::ui::UiBackend {
   void setWaitCursor(bool shown) override;
   int textWidth(const CWnd* window, const std::wstring& text) override;
   CSize dialogBaseUnits(const CWnd* dialog) override;
+  bool clientSize(const CWnd& window, CSize& size) override;
   ::ui::PrintResult printTable(const ::ui::PrintTable& table, std::wstring& error) override;
 
   void windowCreated(CWnd& window) override;

@@ -168,7 +168,11 @@ bool CWnd::ModifyStyle(unsigned remove, unsigned add) {
 
 void CWnd::GetWindowRect(CRect& rect) const { rect = data_->rect; }
 
-void CWnd::GetClientRect(CRect& rect) const { rect = CRect(0, 0, data_->rect.Width(), data_->rect.Height()); }
+void CWnd::GetClientRect(CRect& rect) const {
+  CSize size(data_->rect.Width(), data_->rect.Height());
+  if (data_->created) host::ui::backend().clientSize(*this, size);
+  rect = CRect(0, 0, size.cx, size.cy);
+}
 
 void CWnd::MoveWindow(const CRect& rect, bool) {
   data_->rect = rect;

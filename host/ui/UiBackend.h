@@ -32,6 +32,13 @@ class UiBackend {
   // Average character width and height of a dialog's font: a dialog unit is a quarter of the width and an
   // eighth of the height.
   virtual CSize dialogBaseUnits(const CWnd* dialog) = 0;
+  // The client area of `window` where the screen decides it (a list's rows lose room to its border and scroll
+  // bar): true with `size` set; false leaves the size the framework's rectangle gives.
+  virtual bool clientSize(const CWnd& window, CSize& size) {
+    (void)window;
+    (void)size;
+    return false;
+  }
   // Printing (AfxPrintTable): ask the user for a printer or file (print dialog; headless: "@answer print"),
   // then print `table` page by page with title, column headers, rows and the page number "N / M". Answers
   // Cancelled when the user declines, Failed with `error` set when the pages could not be produced.
