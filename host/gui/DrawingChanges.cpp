@@ -13,6 +13,7 @@ struct Filed {
   dxf::Document* document = nullptr;
   std::size_t steps = 0;   // journal steps when the drawing was filed
   std::size_t lowest = 0;  // the fewest steps seen since
+  bool repaired = false;   // opened with repairs and not saved to its file since
 };
 
 Filed& filed() {
@@ -24,6 +25,7 @@ void baseline(dxf::Document* document) {
   Filed& f = filed();
   f.document = document;
   f.steps = f.lowest = document != nullptr ? document->journal().closedSteps() : 0;
+  f.repaired = false;
 }
 
 }  // namespace
@@ -41,13 +43,18 @@ void noteDrawingChanges() {
 
 void drawingFiled() { baseline(host::workingDocument()); }
 
+void drawingRepairedOnOpening() {
+  baseline(host::workingDocument());
+  filed().repaired = true;
+}
+
 bool drawingHasUnsavedChanges() {
   noteDrawingChanges();
   dxf::Document* document = host::workingDocument();
   if (document == nullptr) return false;
   dxf::ChangeJournal& journal = document->journal();
   const Filed& f = filed();
-  return journal.stepOpen() || journal.closedSteps() != f.steps || f.lowest < f.steps;
+  return f.repaired || journal.stepOpen() || journal.closedSteps() != f.steps || f.lowest < f.steps;
 }
 
 }  // namespace host::gui

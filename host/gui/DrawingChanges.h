@@ -13,6 +13,9 @@ namespace host::gui {
 void noteDrawingChanges();
 // The working drawing as it is now is the one in its file (just opened or saved).
 void drawingFiled();
+// The working drawing was opened with repairs: its file still holds the damaged drawing, so closing it
+// asks to save until it is saved there.
+void drawingRepairedOnOpening();
 bool drawingHasUnsavedChanges();
 
 }  // namespace host::gui

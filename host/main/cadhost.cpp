@@ -16,6 +16,7 @@
 #include "host/headless/ScriptRunner.h"
 #include "host/runtime/ModuleLoader.h"
 #ifdef VIRA_HAVE_WINDOW
+#include "host/gui/DrawingChanges.h"
 #include "host/gui/WindowSession.h"
 #endif
 
@@ -125,6 +126,9 @@ bool openDrawing(const Options& options, std::string& error) {
   std::string report = "Recovered " + path + (repairs.empty() ? ": nothing needed repair\n" : ":\n");
   for (const std::string& line : repairs) report += "  " + line + "\n";
   host::transcriptWrite(report);
+#ifdef VIRA_HAVE_WINDOW
+  if (!repairs.empty()) host::gui::drawingRepairedOnOpening();
+#endif
   return true;
 }
 

@@ -1,7 +1,9 @@
 // Closing the window with a changed drawing asks whether to save it: Yes saves it to its own file, No leaves
 // the file as it was, Cancel keeps the window open for more work. A drawing whose changes were saved or undone
-// closes without a question.
+// closes without a question; a drawing opened with repairs asks, as its file still holds the damage.
 #include "WindowRun.h"
+
+#include <fstream>
 
 namespace windowtest {
 namespace {
@@ -59,6 +61,13 @@ TEST_F(CloseTest, ADrawingWhoseChangesAreSavedOrUndoneClosesWithoutAQuestion) {
   const HostRun again = changeAndClose("@save\nU\n" + shift + "@answer message no\n@close\n");
   ASSERT_EQ(again.status, 0) << again.err;
   EXPECT_NE(again.out.find(kQuestion + "no"), std::string::npos) << again.out;
+
+  // Opened with repairs, the drawing differs from its damaged file before any command: closing asks.
+  const std::string whole = slurp(sitePlan());
+  std::ofstream(plan(), std::ios::binary) << whole.substr(0, whole.rfind("EOF"));
+  const HostRun recovered = cadhost(plan(), "@answer message no\n@close\n", "--window --recover", {});
+  ASSERT_EQ(recovered.status, 0) << recovered.err;
+  EXPECT_NE(recovered.out.find(kQuestion + "no"), std::string::npos) << recovered.out;
 }
 
 }  // namespace
