@@ -209,9 +209,11 @@ class StretchHelper {
           if (stop_ || next_ >= stretches_) return;
           s = next_++;
         }
-        Sink buffer;
-        writeStretch(buffer, records_, s, style_);
-        std::string bytes = buffer.take();
+        // One buffer for all stretches (a fresh one would be cleared and faulted in each time); each
+        // stretch leaves it as a copy of its exact size.
+        buffer_.clear();
+        writeStretch(buffer_, records_, s, style_);
+        std::string bytes(buffer_.view());
         {
           std::lock_guard<std::mutex> lock(mutex_);
           done_[s] = std::move(bytes);
@@ -233,6 +235,7 @@ class StretchHelper {
   std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<std::optional<std::string>> done_;
+  Sink buffer_;              // the helper's own
   std::size_t next_ = 0;     // the first stretch nobody took yet
   std::size_t reached_ = 0;  // stretches this thread has written
   bool stop_ = false;

@@ -62,6 +62,9 @@ class Sink {
   bool flush();
   bool failed() const { return errno_ != 0; }
   int errorNumber() const { return errno_; }
+  // In memory mode: what is written so far, and starting again with the room kept.
+  std::string_view view() const { return {buffer_.data(), used_}; }
+  void clear() { used_ = 0; }
   // In memory mode: everything written, handed over.
   std::string take() {
     buffer_.resize(used_);

@@ -63,7 +63,7 @@ constexpr std::size_t kKeptRealLength = sizeof(double);
 }  // namespace
 
 TagList::TextStore::TextStore(const TextStore& other)
-    : data_(other.size_ ? std::make_unique<char[]>(other.size_) : nullptr),
+    : data_(other.size_ ? std::make_unique_for_overwrite<char[]>(other.size_) : nullptr),
       size_(other.size_),
       capacity_(other.size_) {
   if (size_) std::memcpy(data_.get(), other.data_.get(), size_);
@@ -89,7 +89,7 @@ std::uint32_t TagList::TextStore::append(std::string_view text, std::size_t firs
     // Half again as much room: a transformation sets a record's numbers one after the other.
     const std::size_t wanted = capacity_ == 0 ? firstCapacity : capacity_ + capacity_ / 2;
     const std::size_t grown = std::min(kLimit, std::max<std::size_t>({needed, wanted, 48}));
-    auto bigger = std::make_unique<char[]>(grown);
+    auto bigger = std::make_unique_for_overwrite<char[]>(grown);  // filled as texts come
     if (size_) std::memcpy(bigger.get(), data_.get(), size_);
     data_ = std::move(bigger);
     capacity_ = static_cast<std::uint32_t>(grown);
@@ -332,12 +332,6 @@ std::string formatNumber(double value) {
 }
 
 std::size_t formatNumberInto(char* out, double value) { return formatInto(value, out); }
-
-std::string_view trimBlanks(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
 
 // Numbers also forgive a carriage return left by a reader that split lines at line feeds only.
 std::string_view trimmedNumber(std::string_view s) {

@@ -213,7 +213,12 @@ std::size_t formatNumberInto(char* out, double value);
 
 // The text without the blanks and tabs around it, as values are compared where a file's writer may have
 // padded them ("SECTION ", "     6").
-std::string_view trimBlanks(std::string_view text);
+// Inline: every value read passes here, and most have nothing to trim.
+inline std::string_view trimBlanks(std::string_view s) {
+  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+  return s;
+}
 
 // Reads a DXF number: blanks around it are allowed, anything else is not.
 std::optional<double> parseNumber(std::string_view text);

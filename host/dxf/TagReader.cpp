@@ -2,13 +2,16 @@
 
 #include "host/dxf/TagList.h"
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
 
 namespace dxf {
 
-ValueKind valueKind(int code) {
+namespace {
+
+ValueKind kindOf(int code) {
   if (code < 0) return ValueKind::Unknown;
   if (code <= 9) return ValueKind::Text;
   if (code <= 59) return ValueKind::Real;
@@ -41,6 +44,20 @@ ValueKind valueKind(int code) {
   if (code <= 1059) return ValueKind::Real;
   if (code <= 1071) return ValueKind::Integer;
   return ValueKind::Unknown;
+}
+
+// Looked up for every tag read: a table instead of the ranges above.
+constexpr int kKnownCodes = 1072;
+const auto kKinds = [] {
+  std::array<ValueKind, kKnownCodes> kinds{};
+  for (int c = 0; c < kKnownCodes; ++c) kinds[static_cast<std::size_t>(c)] = kindOf(c);
+  return kinds;
+}();
+
+}  // namespace
+
+ValueKind valueKind(int code) {
+  return code >= 0 && code < kKnownCodes ? kKinds[static_cast<std::size_t>(code)] : ValueKind::Unknown;
 }
 
 std::optional<std::string> refuseFormat(std::string_view bytes) {
