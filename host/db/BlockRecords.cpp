@@ -13,7 +13,7 @@ namespace {
 
 const host::db::BlockSlot* slotOf(const AcDbObject& object) {
   const ObjectRecord* r = object.imp()->record;
-  return r ? &r->drawing->blocks[r->block] : nullptr;
+  return r ? &r->drawing->blocks[r->index] : nullptr;
 }
 
 }  // namespace

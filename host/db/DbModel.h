@@ -33,26 +33,28 @@ enum class Kind : std::uint8_t {
 // Which entity sequence of the store a block record stands for.
 enum class Space { Model, Paper, None };
 
-// What the transformation asks of the layer of each entity it walks: frozen, off, locked. Kept with the
-// layer's record while the drawing's layers stay as they are (see AcDbImpDatabase::layersChanged).
+// What the transformation asks of the layer of each entity it walks: frozen, off, locked. Kept for each
+// layer record while the drawing's layers stay as they are (see AcDbImpDatabase::layersChanged).
 struct LayerState {
   std::uint32_t epoch = 0;  // the drawing's layer epoch it was read in; 0 = never read
   bool frozen = false, off = false, locked = false;
 };
 
+// One per object, so one per entity of a drawing: kept to what cannot be worked out from elsewhere (the id
+// and the owner follow from the drawing, the place and the kind).
 struct ObjectRecord {
-  std::uint64_t serial = 0;
   AcDbImpDatabase* drawing = nullptr;
   dxf::Entity* item = nullptr;  // the entity, LAYER or LTYPE record in the store
   AcDbObject* open = nullptr;   // the in-memory object while it is open
-  AcDbObjectId owner;
-  std::uint32_t block = 0;  // index into the drawing's blocks, for block records
+  std::uint32_t slot = 0;       // the record's place among its drawing's records plus one: the id's low word
+  std::uint32_t index = 0;      // block records: the block's place in `blocks`; layer records: their state's
   Kind kind = Kind::Entity;
   bool highlighted = false;
-  bool dropped = false;  // appended in a step that was taken back: the id names nothing any more
-  LayerState layerState;  // layer records only
+  bool dropped = false;     // appended in a step that was taken back: the id names nothing any more
+  bool paperSpace = false;  // entities: owned by the paper-space block
 
-  AcDbObjectId id() const { return AcDbObjectId().setFromOldId(static_cast<std::int64_t>(serial)); }
+  AcDbObjectId id() const;
+  AcDbObjectId owner() const;
   // An entity's erased state is the store's, where undo puts it back; the store keeps every table record.
   bool erased() const { return dropped || (kind == Kind::Entity && item != nullptr && item->erased); }
 };
@@ -91,10 +93,12 @@ class AcDbImpDatabase {
   void setPath(std::string path) { path_ = std::move(path); }
 
   // The id of a store item, made on first request.
-  AcDbObjectId idOf(host::db::Kind kind, dxf::Entity& item, AcDbObjectId owner);
-  AcDbObjectId layerId(const dxf::LayerRecord& layer) { return idOf(host::db::Kind::LayerRecord, layer.record(), layerTable); }
-  AcDbObjectId linetypeId(const dxf::LinetypeRecord& ltype) {
-    return idOf(host::db::Kind::LinetypeRecord, ltype.record(), linetypeTable);
+  AcDbObjectId idOf(host::db::Kind kind, dxf::Entity& item);
+  AcDbObjectId layerId(const dxf::LayerRecord& layer) { return idOf(host::db::Kind::LayerRecord, layer.record()); }
+  AcDbObjectId linetypeId(const dxf::LinetypeRecord& ltype) { return idOf(host::db::Kind::LinetypeRecord, ltype.record()); }
+  // The id of this drawing's record with this slot.
+  AcDbObjectId idAt(std::uint32_t slot) const {
+    return AcDbObjectId().setFromOldId(static_cast<std::int64_t>(number_ << 32 | slot));
   }
   // Layer by name (ASCII case ignored); null when the drawing has none.
   AcDbObjectId findLayerId(std::wstring_view name);
@@ -120,13 +124,13 @@ class AcDbImpDatabase {
   // a step was taken back): what is remembered about them is read again on next use.
   void layersChanged();
 
-  AcDbObjectId blockTable, layerTable, linetypeTable, modelSpaceBlock;
+  AcDbObjectId blockTable, layerTable, linetypeTable, modelSpaceBlock, paperSpaceBlock;
   std::vector<host::db::BlockSlot> blocks;
   std::vector<AcDbObjectId> modelSpace, paperSpace;  // in drawing order, erased entities included
 
  private:
   // A record for a store item; `findable` puts it in byItem_.
-  host::db::ObjectRecord& makeRecord(host::db::Kind kind, dxf::Entity* item, AcDbObjectId owner, bool findable = true);
+  host::db::ObjectRecord& makeRecord(host::db::Kind kind, dxf::Entity* item, bool findable = true);
   static void detach(host::db::ObjectRecord& record);
 
   struct RawNameHash {
@@ -144,8 +148,21 @@ class AcDbImpDatabase {
   // and are never dropped, are left out.
   std::unordered_map<const dxf::Entity*, host::db::ObjectRecord*> byItem_;
   std::uint32_t layerEpoch_ = 1;
+  std::vector<host::db::LayerState> layerStates_;  // by layer record's index
   std::unordered_map<std::string, AcDbObjectId, RawNameHash, std::equal_to<>> layerIdsByRawName_;
 };
+
+inline AcDbObjectId host::db::ObjectRecord::id() const { return drawing->idAt(slot); }
+
+inline AcDbObjectId host::db::ObjectRecord::owner() const {
+  switch (kind) {
+    case Kind::Entity: return paperSpace ? drawing->paperSpaceBlock : drawing->modelSpaceBlock;
+    case Kind::BlockRecord: return drawing->blockTable;
+    case Kind::LayerRecord: return drawing->layerTable;
+    case Kind::LinetypeRecord: return drawing->linetypeTable;
+    default: return {};
+  }
+}
 
 class AcDbImpObject {
  public:

@@ -50,15 +50,15 @@ AcDbImpDatabase::AcDbImpDatabase(std::unique_ptr<dxf::Document> document, std::s
   number_ = drawings.size();
   drawings.push_back(nullptr);
 
-  blockTable = makeRecord(Kind::BlockTable, nullptr, {}).id();
-  layerTable = makeRecord(Kind::LayerTable, nullptr, {}).id();
-  linetypeTable = makeRecord(Kind::LinetypeTable, nullptr, {}).id();
+  blockTable = makeRecord(Kind::BlockTable, nullptr).id();
+  layerTable = makeRecord(Kind::LayerTable, nullptr).id();
+  linetypeTable = makeRecord(Kind::LinetypeTable, nullptr).id();
 
   // Model space always exists, even in R12 files without a BLOCKS section; R12 names the layouts
   // $MODEL_SPACE and $PAPER_SPACE, which modules know by their later names.
   auto addBlock = [&](std::wstring name, bool isLayout, Space space) {
-    ObjectRecord& r = makeRecord(Kind::BlockRecord, nullptr, blockTable);
-    r.block = blocks.size();
+    ObjectRecord& r = makeRecord(Kind::BlockRecord, nullptr);
+    r.index = static_cast<std::uint32_t>(blocks.size());
     blocks.push_back({std::move(name), isLayout, space, r.id()});
   };
   addBlock(ACDB_MODEL_SPACE, true, Space::Model);
@@ -77,11 +77,14 @@ AcDbImpDatabase::AcDbImpDatabase(std::unique_ptr<dxf::Document> document, std::s
   // Every entity is new here: its record is made without asking whether it has one.
   std::vector<dxf::Entity*> model = doc_->modelSpace();
   modelSpace.reserve(model.size());
-  for (dxf::Entity* e : model) modelSpace.push_back(makeRecord(Kind::Entity, e, modelSpaceBlock, false).id());
-  AcDbObjectId paperBlock;
+  for (dxf::Entity* e : model) modelSpace.push_back(makeRecord(Kind::Entity, e, false).id());
   for (const host::db::BlockSlot& b : blocks)
-    if (b.space == Space::Paper) paperBlock = b.id;
-  for (dxf::Entity* e : doc_->paperSpace()) paperSpace.push_back(makeRecord(Kind::Entity, e, paperBlock, false).id());
+    if (b.space == Space::Paper) paperSpaceBlock = b.id;
+  for (dxf::Entity* e : doc_->paperSpace()) {
+    ObjectRecord& r = makeRecord(Kind::Entity, e, false);
+    r.paperSpace = true;
+    paperSpace.push_back(r.id());
+  }
 
   drawings[number_] = this;
 }
@@ -92,13 +95,14 @@ AcDbImpDatabase::~AcDbImpDatabase() {
   host::db::drawingsByNumber()[number_] = nullptr;
 }
 
-ObjectRecord& AcDbImpDatabase::makeRecord(Kind kind, dxf::Entity* item, AcDbObjectId owner, bool findable) {
+ObjectRecord& AcDbImpDatabase::makeRecord(Kind kind, dxf::Entity* item, bool findable) {
+  if (kind == Kind::LayerRecord) layerStates_.emplace_back();
   ObjectRecord& r = records_.emplace_back();
-  r.serial = number_ << 32 | records_.size();
+  r.slot = static_cast<std::uint32_t>(records_.size());
   r.kind = kind;
   r.drawing = this;
   r.item = item;
-  r.owner = owner;
+  if (kind == Kind::LayerRecord) r.index = static_cast<std::uint32_t>(layerStates_.size() - 1);
   if (item != nullptr && findable) byItem_[item] = &r;
   return r;
 }
@@ -109,10 +113,10 @@ ObjectRecord* AcDbImpDatabase::recordAt(std::uint32_t slot) {
   return r.dropped ? nullptr : &r;
 }
 
-AcDbObjectId AcDbImpDatabase::idOf(Kind kind, dxf::Entity& item, AcDbObjectId owner) {
+AcDbObjectId AcDbImpDatabase::idOf(Kind kind, dxf::Entity& item) {
   auto it = byItem_.find(&item);
   if (it != byItem_.end()) return it->second->id();
-  return makeRecord(kind, &item, owner).id();
+  return makeRecord(kind, &item).id();
 }
 
 AcDbObjectId AcDbImpDatabase::findLayerId(std::wstring_view name) {
@@ -126,7 +130,7 @@ std::string AcDbImpDatabase::currentLayer() const {
 }
 
 AcDbObjectId AcDbImpDatabase::addModelSpaceEntity(dxf::Entity& entity) {
-  AcDbObjectId id = makeRecord(Kind::Entity, &entity, modelSpaceBlock).id();
+  AcDbObjectId id = makeRecord(Kind::Entity, &entity).id();
   modelSpace.push_back(id);
   return id;
 }
@@ -166,7 +170,7 @@ AcDbObjectId AcDbImpDatabase::layerIdOfRaw(std::string_view rawName) {
 }
 
 const host::db::LayerState& AcDbImpDatabase::layerState(ObjectRecord& layer) {
-  host::db::LayerState& state = layer.layerState;
+  host::db::LayerState& state = layerStates_[layer.index];
   if (state.epoch != layerEpoch_) {
     const dxf::LayerRecord stored(*layer.item);
     state = {layerEpoch_, stored.frozen(), stored.off(), stored.locked()};

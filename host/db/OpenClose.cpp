@@ -205,7 +205,7 @@ AcDbObject::~AcDbObject() {
 
 AcDbObjectId AcDbObject::objectId() const { return imp_->record ? imp_->record->id() : AcDbObjectId(); }
 
-AcDbObjectId AcDbObject::ownerId() const { return imp_->record ? imp_->record->owner : AcDbObjectId(); }
+AcDbObjectId AcDbObject::ownerId() const { return imp_->record ? imp_->record->owner() : AcDbObjectId(); }
 
 AcDbDatabase* AcDbObject::database() const {
   AcDbImpDatabase* drawing = imp_->drawing();

@@ -78,7 +78,7 @@ std::wstring recordName(const AcDbObject& object) {
   const ObjectRecord& r = *imp.record;
   const dxf::Document& doc = r.drawing->doc();
   switch (r.kind) {
-    case Kind::BlockRecord: return r.drawing->blocks[r.block].name;
+    case Kind::BlockRecord: return r.drawing->blocks[r.index].name;
     case Kind::LayerRecord: return host::fromUtf8(doc.layerName(dxf::LayerRecord(*r.item)));
     case Kind::LinetypeRecord: return host::fromUtf8(doc.decode(dxf::LinetypeRecord(*r.item).rawName()));
     default: return {};
@@ -125,7 +125,7 @@ bool AcDbSymbolTable::has(const ACHAR* name) const {
 
 bool AcDbSymbolTable::has(AcDbObjectId id) const {
   const ObjectRecord* r = host::db::findRecord(id);
-  return r != nullptr && !objectId().isNull() && r->owner == objectId() && !r->erased();
+  return r != nullptr && !objectId().isNull() && r->owner() == objectId() && !r->erased();
 }
 
 Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& id, bool) const {
