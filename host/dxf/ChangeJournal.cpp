@@ -48,16 +48,37 @@ bool ChangeJournal::unchanged(const Saved& s) {
   return s.record->erased == s.erased && sameTags(s.record->tags, s.tags) && sameRecords(s.record->children, s.children);
 }
 
+namespace {
+
+// The record's own bytes, without its children's.
+std::string_view ownBytes(const Entity& record) {
+  if (record.children.empty()) return record.source;
+  const std::string_view first = record.children.front().source;
+  const std::less<const char*> before;
+  if (first.empty() || before(first.data(), record.source.data()) ||
+      before(record.source.data() + record.source.size(), first.data()))
+    return {};
+  return record.source.substr(0, static_cast<std::size_t>(first.data() - record.source.data()));
+}
+
+}  // namespace
+
 bool ChangeJournal::unchangedReread(const Reread& r) {
   return r.record->erased == r.erased && r.record->tags.pristine() && r.record->tags.size() == r.count &&
-         r.record->children.empty();
+         r.record->children.size() == r.children && childrenRereadable(*r.record);
+}
+
+bool ChangeJournal::childrenRereadable(const Entity& record) {
+  for (const Entity& child : record.children)
+    if (child.erased || !child.children.empty() || !child.tags.pristine() || !rereadable(child)) return false;
+  return true;
 }
 
 bool ChangeJournal::rereadable(const Entity& record) {
   // Its tags were read from its bytes (a binary file's values are texts kept elsewhere), and the bytes
   // end with the last tag's value line.
   const TagList& tags = record.tags;
-  const std::string_view source = record.source;
+  const std::string_view source = ownBytes(record);
   if (source.empty() || tags.empty()) return false;
   const std::less<const char*> before;
   const char* first = tags.firstValue();
@@ -71,7 +92,7 @@ bool ChangeJournal::rereadable(const Entity& record) {
 void ChangeJournal::reread(Entity& record) {
   TagList& tags = record.tags;
   tags.clearForRereading();
-  TagReader reader(record.source);
+  TagReader reader(ownBytes(record));
   if (reader.peek()) reader.advance();  // past the record's 0 tag
   while (const RawTag* t = reader.peek()) {
     tags.appendRaw(t->code, t->codeText, t->text);
@@ -135,6 +156,11 @@ void ChangeJournal::takeBack(Step& step, const Observer& observer) {
   for (auto it = step.reread.rbegin(); it != step.reread.rend(); ++it) {
     Entity& record = *it->record;
     reread(record);
+    while (record.children.size() > it->children) record.children.pop_back();  // appended during the step
+    for (Entity& child : record.children) {
+      reread(child);
+      child.erased = false;
+    }
     record.erased = it->erased;
     if (observer.restored) observer.restored(record);
   }
@@ -184,8 +210,9 @@ void ChangeJournal::recordChange(Entity& record) {
   Step& step = current();
   if (record.journalStep == step.serial) return;
   const TagList& tags = record.tags;
-  if (record.children.empty() && tags.pristine() && rereadable(record)) {
-    step.reread.push_back(Reread{&record, static_cast<std::uint32_t>(tags.size()), record.erased});
+  if (tags.pristine() && rereadable(record) && childrenRereadable(record)) {
+    step.reread.push_back(Reread{&record, static_cast<std::uint32_t>(tags.size()),
+                                 static_cast<std::uint32_t>(record.children.size()), record.erased});
   } else if (record.children.empty() && tags.pristine() && tags.size() <= kArenaBlock) {
     const void* packed = step.keep(tags.packedTags(), tags.size());
     step.kept.push_back(Kept{&record, tags.packedBase(), packed, static_cast<std::uint32_t>(tags.size()), record.erased});

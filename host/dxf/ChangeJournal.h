@@ -68,10 +68,12 @@ class ChangeJournal {
     std::uint32_t count;
     bool erased;
   };
-  // A record as read from a text file: its bytes there are all there is to it.
+  // A record as read from a text file, with its children (vertices, attributes) as read too: their bytes
+  // there are all there is to them.
   struct Reread {
     Entity* record;
     std::uint32_t count;
+    std::uint32_t children;
     bool erased;
   };
   struct Append {
@@ -100,6 +102,7 @@ class ChangeJournal {
   static bool unchangedKept(const Kept& kept);
   static bool unchangedReread(const Reread& reread);
   static bool rereadable(const Entity& record);
+  static bool childrenRereadable(const Entity& record);
   static void reread(Entity& record);
 
   std::deque<Step> closed_;  // a deque: steps are never copied when one is added

@@ -75,6 +75,21 @@ TEST(ChangeJournal, UndoGivesEveryDrawingBackByteForByteAndTheStepCanBeDoneAgain
     EXPECT_EQ(label, "move");
     EXPECT_EQ(doc->bytes(), original);
     EXPECT_FALSE(journal.undoStep(count));
+    // Records read again from their bytes on undo hold the tags the file gives, children included.
+    auto fresh = dxf::Document::load(path, error);
+    const auto now = doc->modelSpace(), read = fresh->modelSpace();
+    ASSERT_EQ(now.size(), read.size());
+    for (std::size_t i = 0; i < now.size(); ++i) {
+      ASSERT_EQ(now[i]->children.size(), read[i]->children.size());
+      for (std::size_t c = 0; c <= now[i]->children.size(); ++c) {
+        const dxf::TagList& a = c == 0 ? now[i]->tags : now[i]->children[c - 1].tags;
+        const dxf::TagList& b = c == 0 ? read[i]->tags : read[i]->children[c - 1].tags;
+        ASSERT_EQ(a.size(), b.size());
+        EXPECT_FALSE(a.modified());
+        for (std::size_t t = 0; t < a.size(); ++t)
+          ASSERT_TRUE(a.code(t) == b.code(t) && a.text(t) == b.text(t) && a.codeText(t) == b.codeText(t));
+      }
+    }
   }
 }
 
