@@ -101,8 +101,9 @@ void writeOwnTags(Sink& out, const Entity& e, const TagStyle& style) {
           break;
         end = next.data() + next.size();
       }
-      out.write(std::string_view(run.data(), static_cast<std::size_t>(end - run.data())));
-      out.write(eol);
+      const std::string_view piece(run.data(), static_cast<std::size_t>(end - run.data()));
+      out.write(piece);
+      out.write(Sink::lineEnd(piece, eol));  // the last value may end in a carriage return of its own
       continue;
     }
     std::string_view code = tags.codeText(i);

@@ -157,4 +157,14 @@ TEST(DxfNumbers, KeptNumbersAreSpelledWhenWrittenAndAfterATakeBack) {
   const dxf::TagList copy = tags;
   EXPECT_EQ(copy.text(1), "8.5");
   EXPECT_EQ(copy.number(1), 8.5);
+
+  // A file with bare line feeds whose text value ends in a carriage return of its own (mixed line
+  // endings): when a changed record is written, that character must stay part of the value.
+  auto mixed = dxf::Document::parse("  0\nSECTION\n  2\nENTITIES\n  0\nTEXT\n  8\n0\n 10\n1.0\n 20\n2.0\n"
+                                    "  1\nabc\r\r\n  0\nENDSEC\n  0\nEOF\n", "mixed.dxf", error);
+  ASSERT_TRUE(mixed) << error;
+  mixed->modelSpace().at(0)->tags.setNumber(1, 5.0);
+  auto reread = dxf::Document::parse(mixed->bytes(), "mixed-saved.dxf", error);
+  ASSERT_TRUE(reread) << error;
+  EXPECT_EQ(reread->modelSpace().at(0)->value(1), "abc\r");
 }
