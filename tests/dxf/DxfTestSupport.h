@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/ReadFile.h"
+
 namespace dxftest {
 
 // A fresh directory for one test, inside the build tree.
@@ -21,7 +23,7 @@ int runPython(std::vector<std::string> args, std::string& output);
 // Runs tests/dxf/check_drawing.py with these arguments; returns its exit status, its output in `output`.
 int checkDrawing(const std::vector<std::string>& args, std::string& output);
 
-std::string readFile(const std::filesystem::path& path);
+using ::readFile;
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
 }  // namespace dxftest

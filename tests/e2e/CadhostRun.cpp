@@ -26,13 +26,6 @@ void CadhostTest::TearDown() { fs::remove_all(dir_); }
 
 fs::path CadhostTest::sitePlan() { return fs::path(VIRA_SOURCE_DIR) / "examples" / "site-plan.dxf"; }
 
-std::string CadhostTest::slurp(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
 HostRun CadhostTest::cadhost(const std::string& script, const std::string& extraArguments) {
   return cadhostOn(sitePlan(), script, extraArguments);
 }

@@ -1,6 +1,8 @@
 // Runs the cadhost executable with the module on a drawing and a script, as a surveyor's batch job would.
 #pragma once
 
+#include "../support/ReadFile.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -37,7 +39,7 @@ class CadhostTest : public ::testing::Test {
   // Stores the language code the module reads at start-up, as the suite's language chooser does.
   void setLanguage(const std::string& code);
   static fs::path sitePlan();
-  static std::string slurp(const fs::path& file);
+  static std::string slurp(const fs::path& file) { return readFile(file); }
 
   // The drawing checker's verdict for `matrix` (row-major): "mapped N kept M" or the mismatches.
   std::string checkDrawing(const std::array<double, 16>& matrix);

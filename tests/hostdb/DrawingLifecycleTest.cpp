@@ -5,20 +5,10 @@
 
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
+#include "tests/support/ReadFile.h"
 
 #include <fstream>
 #include <sstream>
-
-namespace {
-
-std::string readFile(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
-
-}  // namespace
 
 TEST_F(DrawingTest, FailedOpenKeepsTheDrawingOpenBefore) {
   openSample();

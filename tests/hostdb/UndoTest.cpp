@@ -7,19 +7,13 @@
 #include "host/db/Undo.h"
 #include "sdk/AcDbEntities.h"
 #include "sdk/AcDbOpen.h"
+#include "tests/support/ReadFile.h"
 
 #include <cmath>
 #include <fstream>
 #include <sstream>
 
 namespace {
-
-std::string slurp(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
 
 struct Made {
   AcDbObjectId layer, point, erased, recoloured;
@@ -68,7 +62,7 @@ TEST_F(DrawingTest, UndoTakesBackAppendedErasedAndChangedObjectsWithTheirIds) {
   for (const char* version : {"R12", "R2000"}) {
     SCOPED_TRACE(version);
     openSample(version);
-    const std::string untouched = slurp(save(std::string("untouched-") + version + ".dxf"));
+    const std::string untouched = readFile(save(std::string("untouched-") + version + ".dxf"));
     const std::vector<AcDbObjectId> before = modelSpaceIds(db());
 
     host::beginCommandChanges("_Build");
@@ -76,7 +70,7 @@ TEST_F(DrawingTest, UndoTakesBackAppendedErasedAndChangedObjectsWithTheirIds) {
     const host::CommandOutcome outcome = host::endCommandChanges();
     EXPECT_EQ(outcome.failure, "");
     EXPECT_EQ(outcome.unchangedReport, "");
-    ASSERT_NE(slurp(save(std::string("changed-") + version + ".dxf")), untouched);
+    ASSERT_NE(readFile(save(std::string("changed-") + version + ".dxf")), untouched);
 
     std::string undone;
     ASSERT_TRUE(host::undoLastCommand(undone));
@@ -91,7 +85,7 @@ TEST_F(DrawingTest, UndoTakesBackAppendedErasedAndChangedObjectsWithTheirIds) {
     ASSERT_EQ(acdbOpenAcDbEntity(entity, made.recoloured, AcDb::kForRead), Acad::eOk);
     EXPECT_NE(entity->colorIndex(), 5);
     entity->close();
-    EXPECT_EQ(slurp(save(std::string("undone-") + version + ".dxf")), untouched);
+    EXPECT_EQ(readFile(save(std::string("undone-") + version + ".dxf")), untouched);
     EXPECT_FALSE(host::undoLastCommand(undone));
 
     // The same work under a failure: taken back when the command ends, nothing left to undo.
@@ -99,7 +93,7 @@ TEST_F(DrawingTest, UndoTakesBackAppendedErasedAndChangedObjectsWithTheirIds) {
     changeTheDrawing(db());
     host::noteCommandFailure("out of memory");
     EXPECT_EQ(host::endCommandChanges().failure, "out of memory");
-    EXPECT_EQ(slurp(save(std::string("taken-back-") + version + ".dxf")), untouched);
+    EXPECT_EQ(readFile(save(std::string("taken-back-") + version + ".dxf")), untouched);
     EXPECT_EQ(modelSpaceIds(db()), before);
     EXPECT_FALSE(host::undoLastCommand(undone));
   }
@@ -111,7 +105,7 @@ namespace {
 
 TEST_F(DrawingTest, NoCoordinateThatIsNotFiniteReachesTheDrawing) {
   openSample();
-  const std::string untouched = slurp(save("untouched.dxf"));
+  const std::string untouched = readFile(save("untouched.dxf"));
   const double nan = std::nan(""), inf = HUGE_VAL;
 
   AcDbBlockTable* blocks = nullptr;
@@ -130,7 +124,7 @@ TEST_F(DrawingTest, NoCoordinateThatIsNotFiniteReachesTheDrawing) {
   ASSERT_NE(surveyPoint, nullptr);
   EXPECT_EQ(surveyPoint->setPosition(AcGePoint3d(inf, 0.0, 0.0)), Acad::eInvalidInput);
   entity->close();
-  EXPECT_EQ(slurp(save("after.dxf")), untouched);
+  EXPECT_EQ(readFile(save("after.dxf")), untouched);
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // The cadhost executable from the outside: a script in, the transcript out, the exit status.
+#include "tests/support/ReadFile.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -25,13 +27,6 @@ class CadhostTest : public ::testing::Test {
   }
   void TearDown() override { fs::remove_all(dir_); }
 
-  static std::string slurp(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-  }
-
   Outcome cadhost(const std::string& arguments, const std::string& script) {
     fs::path scriptFile = dir_ / "script.txt";
     std::ofstream(scriptFile, std::ios::binary) << script;
@@ -41,8 +36,8 @@ class CadhostTest : public ::testing::Test {
     Outcome run;
     int raw = std::system(command.c_str());
     run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    run.out = slurp(dir_ / "out");
-    run.err = slurp(dir_ / "err");
+    run.out = readFile(dir_ / "out");
+    run.err = readFile(dir_ / "err");
     return run;
   }
 

@@ -14,6 +14,7 @@
 #include "sdk/AcEd.h"
 #include "sdk/AcEdCommandStack.h"
 #include "sdk/AcRxRegistry.h"
+#include "tests/support/ReadFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -44,13 +45,6 @@ using ::testing::HasSubstr;
 
 constexpr const char* kNoAddressLimitUnderAsan =
     "the address sanitizer reserves terabytes of shadow memory, so an address-space limit cannot be set";
-
-std::string slurp(const fs::path& p) {
-  std::ifstream in(p, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
 
 struct Ended {
   int status = -1;  // the raw wait status
@@ -84,7 +78,7 @@ class HostFailureTest : public ::testing::Test {
     }
     Ended ended;
     ::waitpid(pid, &ended.status, 0);
-    ended.err = slurp(err);
+    ended.err = readFile(err);
     return ended;
   }
 
@@ -93,7 +87,7 @@ class HostFailureTest : public ::testing::Test {
 
 TEST_F(HostFailureTest, ModuleFilesCutShortOrForeignAreRefusedBeforeTheyAreMapped) {
   EXPECT_EQ(host::runtime::checkSharedObject(TESTMODULE_PATH), "");
-  const std::string module = slurp(TESTMODULE_PATH);
+  const std::string module = readFile(TESTMODULE_PATH);
   ASSERT_GT(module.size(), 4096u);
   struct Case {
     std::string bytes;
@@ -127,7 +121,7 @@ TEST_F(HostFailureTest, AClosedTranscriptAndAnEmptySaveNameNeitherEndNorDamageTh
                               ::dup2(ends[1], 1);
                             });
   EXPECT_TRUE(run.exited(0)) << run.status << " " << run.err;
-  EXPECT_EQ(slurp(saved), slurp(VIRA_SOURCE_DIR "/examples/site-plan.dxf"));
+  EXPECT_EQ(readFile(saved), readFile(VIRA_SOURCE_DIR "/examples/site-plan.dxf"));
 
   // An empty name never means "over the drawing that was opened".
   const fs::path drawing = dir_ / "plan.dxf";
@@ -230,11 +224,11 @@ TEST_F(HostFailureTest, ACommandThatRunsOutOfMemoryIsTakenBackWhole) {
       ::_exit(12);
     if (!host::anyCommandTakenBack()) ::_exit(13);
     if (!host::saveDrawing((dir_ / "after.dxf").string(), error)) ::_exit(14);
-    if (slurp(dir_ / "after.dxf") != slurp(drawing)) ::_exit(15);
+    if (readFile(dir_ / "after.dxf") != readFile(drawing)) ::_exit(15);
     // With memory enough the same command goes through.
     host::editor::executeCommandLine(L"Grow");
     if (!host::saveDrawing((dir_ / "grown.dxf").string(), error)) ::_exit(16);
-    if (slurp(dir_ / "grown.dxf").find(" 10\n2500000.375\n") == std::string::npos) ::_exit(17);
+    if (readFile(dir_ / "grown.dxf").find(" 10\n2500000.375\n") == std::string::npos) ::_exit(17);
     ::_exit(0);
   }
   int status = 0;

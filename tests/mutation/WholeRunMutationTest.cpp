@@ -8,6 +8,7 @@
 //   VIRA_MUTATION_SECONDS=1200 VIRA_MUTATION_SEED=7 build/asan/tests/mutation/test_mutation
 // Drawings that fail a check are kept in the build tree under mutation-failures/.
 #include "host/dxf/Document.h"
+#include "tests/support/ReadFile.h"
 
 #include <gtest/gtest.h>
 
@@ -46,13 +47,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string slurp(const fs::path& p) {
-  std::ifstream in(p, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
 void spill(const fs::path& p, const std::string& bytes) { std::ofstream(p, std::ios::binary) << bytes; }
 
 long envNumber(const char* name, long fallback) {
@@ -75,7 +69,7 @@ std::vector<std::string> seeds() {
   std::vector<std::string> out;
   for (const fs::path& f : files) {
     std::string error;
-    std::string bytes = slurp(f);
+    std::string bytes = readFile(f);
     if (dxf::Document::parse(bytes, f.string(), error)) out.push_back(std::move(bytes));
   }
   return out;
@@ -258,7 +252,7 @@ HostRun cadhost(const fs::path& dir, const fs::path& drawing, const fs::path& sc
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
   }
-  run.err = slurp(dir / "err");
+  run.err = readFile(dir / "err");
   return run;
 }
 
@@ -299,7 +293,7 @@ TEST(WholeRunMutation, MutatedDrawingsNeverCrashHangOrLeaveADamagedFile) {
       ++f.sanitizerReports;
       trouble += " sanitizer report";
     }
-    const std::string out = slurp(dir / "out.dxf");
+    const std::string out = readFile(dir / "out.dxf");
     if (WIFEXITED(run.status) && WEXITSTATUS(run.status) == 0) {
       const long after = notFinite(out);
       if (after < 0) {

@@ -1,5 +1,6 @@
 // Version records: read straight from ELF files (this test program carries one), whole or damaged.
 #include "support/KoVersionRecord.h"
+#include "tests/support/ReadFile.h"
 
 #include <gtest/gtest.h>
 
@@ -15,13 +16,6 @@ KO_VERSION_RECORD(KO_VERSION_VALUE("FileVersion", "2.5.1") KO_VERSION_VALUE("Pro
 namespace {
 
 using namespace std::string_literals;
-
-std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
 
 class ElfFileTest : public ::testing::Test {
  protected:

@@ -30,13 +30,6 @@ void WindowTest::TearDown() {
 
 fs::path WindowTest::sitePlan() { return fs::path(VIRA_SOURCE_DIR) / "examples" / "site-plan.dxf"; }
 
-std::string WindowTest::slurp(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
 HostRun WindowTest::cadhost(const fs::path& drawing, const std::string& script, const std::string& options,
                         const fs::path& save, bool virtualDisplay) {
   const fs::path scriptFile = dir_ / "script.txt";

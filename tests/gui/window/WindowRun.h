@@ -1,6 +1,8 @@
 // Runs cadhost in its window on a virtual X display (Xvfb through xvfb-run), and reads the screenshots it takes.
 #pragma once
 
+#include "../../support/ReadFile.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -47,7 +49,7 @@ class WindowTest : public ::testing::Test {
   Picture picture(const fs::path& png);
 
   static fs::path sitePlan();
-  static std::string slurp(const fs::path& file);
+  static std::string slurp(const fs::path& file) { return readFile(file); }
   fs::path dir_;
 };
 
