@@ -52,12 +52,6 @@ TEST(KoPoint, CopyCarriesEverythingButMark2)
     target = original;
     EXPECT_EQ(AllButMark2(target), AllButMark2(original));
     EXPECT_EQ(target.mark2, 9);  // assignment leaves the target's own mark2 alone
-
-    const KoPoint fresh;
-    EXPECT_EQ(fresh.number, 0u);
-    EXPECT_FALSE(fresh.name.OwnsMemory());
-    EXPECT_EQ(fresh.x, 0.0);
-    EXPECT_EQ(fresh.Next(), nullptr);
 }
 
 TEST(KoPoint, CompareAddsPhotoAndNumberDifferences)
@@ -66,9 +60,7 @@ TEST(KoPoint, CompareAddsPhotoAndNumberDifferences)
     a.photo = 1;
     KoPoint b(3, 0, 0, 0, 0);
     b.photo = 4;
-    EXPECT_EQ(a.Compare(b), -1);  // (1 - 4) + (5 - 3): a sorts before b despite its higher number
-    EXPECT_EQ(b.Compare(a), 1);
-    // Through the list element's interface the same rule applies.
+    // (1 - 4) + (5 - 3): a sorts before b despite its higher number, also through the list element's interface.
     const KoBaseListnode& asNode = b;
     EXPECT_EQ(a.Compare(asNode), -1);
     // Unsigned numbers wrap as 32-bit arithmetic does.
@@ -117,13 +109,8 @@ TEST(KoPoint, ArithmeticStartsFromTheLeftOperand)
     EXPECT_DOUBLE_EQ(sum.dz, 1.3);
     EXPECT_DOUBLE_EQ(sum.redu, 0.4);
 
-    const KoPoint diff = a - b;
-    EXPECT_DOUBLE_EQ(diff.y, 5400985.654);
-    EXPECT_DOUBLE_EQ(diff.dx, -0.9);
-
-    const KoPoint mean = a.Mean(b);
-    EXPECT_DOUBLE_EQ(mean.z, (321.5 + 3.0) * 0.5);
-    EXPECT_DOUBLE_EQ(mean.dy, 0.6);
+    EXPECT_DOUBLE_EQ((a - b).dx, -0.9);
+    EXPECT_DOUBLE_EQ(a.Mean(b).dy, 0.6);
 
     const KoPoint scaled = b * 2.0;
     EXPECT_EQ(scaled.x, 2.0);

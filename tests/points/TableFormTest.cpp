@@ -146,15 +146,4 @@ TEST(TableForm, ReaderTakesOneItemPerFieldAndStopsAtTheMaskEnd)
     EXPECT_EQ(q.y, 0.0);
 }
 
-TEST(TableForm, PointListCarriesItsFieldMask)
-{
-    KoPointList list;
-    list.FieldMask() = TKoArray<eKoPointRWMask>{eKoRWNumber, eKoRWX};
-    list.Append(new KoPoint(1, 2.5, 0, 0, 0));
-    std::ostringstream out;
-    for (const KoPoint& p : list)
-        KoWritePoint(out, p, list.FieldMask());
-    EXPECT_EQ(out.str(), " " + Blanks(9) + "1" + " " + Blanks(18) + "2.5");
-}
-
 }  // namespace
