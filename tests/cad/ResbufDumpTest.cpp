@@ -38,12 +38,10 @@ std::wstring dumpPoint(short type, double x, double y, double z) {
 
 TEST(DumpResbuf, EachCodeRangeWritesItsKindOfLine) {
   EXPECT_EQ(dumpString(1000, L"Vermessung"), L"(1000 . \"Vermessung\")\n");
-  EXPECT_EQ(dumpString(8, L"TRELLANOVA_10"), L"(8 . \"TRELLANOVA_10\")\n");
   EXPECT_EQ(dumpString(RTSTR, L""), L"(5005 . \"\")\n");
   EXPECT_EQ(dumpString(1, nullptr), L"(1 . \"\")\n") << "a missing string does not crash the trace";
 
   EXPECT_EQ(dumpPoint(10, 2561234.5674, 5634012.3456, -0.0004), L"(10 . 2561234.567 5634012.346 -0.000)\n");
-  EXPECT_EQ(dumpPoint(239, 1, 2, 3), L"(239 . 1.000 2.000 3.000)\n");
   EXPECT_EQ(dumpPoint(RT3DPOINT, 0.5, 0, 0), L"(5009 . 0.500 0.000 0.000)\n");
   EXPECT_EQ(dumpReal(40, 0.125), L"(40 . 0.125)\n");
   std::wstring huge = dumpReal(RTREAL, 1e300);  // 301 digits before the point
@@ -60,7 +58,6 @@ TEST(DumpResbuf, EachCodeRangeWritesItsKindOfLine) {
     v.rlname[1] = 0x99;
   };
   EXPECT_EQ(dump(-1, name), L"(-1 . <Entity name:      2af>)\n");
-  EXPECT_EQ(dump(-2, name), L"(-2 . <Entity name:      2af>)\n");
 
   // Codes without a showable value leave the text alone.
   EXPECT_EQ(dumpShort(-3, 1), L"untouched");

@@ -112,11 +112,6 @@ TEST(DxfAtomicSave, AFailedSaveLeavesTheTargetAndNoTemporary) {
   EXPECT_FALSE(doc->save(dir / "no" / "such" / "dir.dxf", error));
   EXPECT_THAT(error, HasSubstr("dir.dxf: cannot be written"));
 
-  fs::create_directory(dir / "taken.dxf");
-  EXPECT_FALSE(doc->save(dir / "taken.dxf", error));
-  EXPECT_TRUE(fs::is_directory(dir / "taken.dxf"));
-  EXPECT_EQ(filesIn(dir), 1u);
-
   // The disk fills while the drawing is written (a file size limit stands in for a full disk).
   const fs::path target = dir / "plan.dxf";
   dxftest::writeFile(target, "old content");
@@ -138,11 +133,11 @@ TEST(DxfAtomicSave, AFailedSaveLeavesTheTargetAndNoTemporary) {
   ::waitpid(child, &status, 0);
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
   EXPECT_EQ(dxftest::readFile(target), "old content");
-  EXPECT_EQ(filesIn(dir), 2u) << "a temporary was left behind";
+  EXPECT_EQ(filesIn(dir), 1u) << "a temporary was left behind";
 
   ASSERT_TRUE(large->save(target, error)) << error;
   EXPECT_EQ(dxftest::readFile(target), big);
-  EXPECT_EQ(filesIn(dir), 2u);
+  EXPECT_EQ(filesIn(dir), 1u);
 }
 
 }  // namespace

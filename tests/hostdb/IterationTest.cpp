@@ -93,7 +93,6 @@ TEST_F(DrawingTest, TablesListTheirRecords) {
 
   AcDbBlockTable* blocks = nullptr;
   ASSERT_EQ(db()->getBlockTable(blocks), Acad::eOk);
-  EXPECT_TRUE(blocks->has(ACDB_MODEL_SPACE));
   EXPECT_TRUE(blocks->has(ACDB_PAPER_SPACE));
   EXPECT_FALSE(blocks->has(L"NoSuchBlock"));
   AcDbBlockTableIterator* it = nullptr;
