@@ -70,12 +70,6 @@ editor::Input windowInput() {
 
 }  // namespace
 
-bool displayAvailable() {
-  const char* x = std::getenv("DISPLAY");
-  const char* wayland = std::getenv("WAYLAND_DISPLAY");
-  return (x != nullptr && *x != '\0') || (wayland != nullptr && *wayland != '\0');
-}
-
 bool startWindow(std::string& error) {
   static char name[] = "cadhost";
   static char* argv[] = {name, nullptr};

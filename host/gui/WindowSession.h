@@ -7,9 +7,6 @@
 
 namespace host::gui {
 
-// True when a display is there to open the window on.
-bool displayAvailable();
-
 // Starts the toolkit and shows the main window; false with `error` when the display cannot be opened.
 bool startWindow(std::string& error);
 

@@ -1,5 +1,6 @@
 // cadhost: the reference CAD host. Opens a drawing, loads the module, and runs the command line: in its
 // window when there is a display and no script (or with --window), otherwise from a script or standard input.
+// The window lives in a library of its own that is opened only then (host/main/WindowFrontEnd).
 //
 //   cadhost [DRAWING.dxf] [--script FILE|-] [--save OUT.dxf] [--module PATH] [--trace] [--headless|--window]
 //                [--recover]
@@ -14,11 +15,9 @@
 #include "host/db/Undo.h"
 #include "host/editor/Prompt.h"
 #include "host/headless/ScriptRunner.h"
+#include "host/main/BesideExecutable.h"
+#include "host/main/WindowFrontEnd.h"
 #include "host/runtime/ModuleLoader.h"
-#ifdef VIRA_HAVE_WINDOW
-#include "host/gui/DrawingChanges.h"
-#include "host/gui/WindowSession.h"
-#endif
 
 #include <unistd.h>
 
@@ -101,11 +100,9 @@ bool parseArguments(int argc, char** argv, Options& options, std::string& error)
 
 // Without --module the host looks for the module beside its own executable.
 std::string defaultModule() {
+  const std::filesystem::path candidate = cadhost::besideExecutable(kDefaultModule);
   std::error_code ec;
-  std::filesystem::path exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-  if (ec) return {};
-  std::filesystem::path candidate = exe.parent_path() / kDefaultModule;
-  return std::filesystem::exists(candidate, ec) ? candidate.string() : std::string();
+  return !candidate.empty() && std::filesystem::exists(candidate, ec) ? candidate.string() : std::string();
 }
 
 // Opens the drawing, recovering it when asked; a damaged drawing that recovery would open gets a hint.
@@ -126,16 +123,12 @@ bool openDrawing(const Options& options, std::string& error) {
   std::string report = "Recovered " + path + (repairs.empty() ? ": nothing needed repair\n" : ":\n");
   for (const std::string& line : repairs) report += "  " + line + "\n";
   host::transcriptWrite(report);
-#ifdef VIRA_HAVE_WINDOW
-  if (!repairs.empty()) host::gui::drawingRepairedOnOpening();
-#endif
+  if (!repairs.empty() && cadhost::windowLibrary() != nullptr) cadhost::windowLibrary()->drawingRepairedOnOpening();
   return true;
 }
 
 void stopWindow() {
-#ifdef VIRA_HAVE_WINDOW
-  host::gui::stopWindow();
-#endif
+  if (cadhost::windowLibrary() != nullptr) cadhost::windowLibrary()->stopWindow();
 }
 
 int fail(const std::string& message) {
@@ -150,12 +143,13 @@ bool startWindow(const Options& options, bool& windowed, std::string& error) {
   windowed = options.window || (!options.headless && !options.script);
 #ifdef VIRA_HAVE_WINDOW
   if (!windowed) return true;
-  if (!host::gui::displayAvailable()) {
+  if (!cadhost::displayAvailable()) {
     error = "the window needs a display (DISPLAY is not set); run with --headless to work from a script or the "
             "terminal";
     return false;
   }
-  return host::gui::startWindow(error);
+  const host::gui::WindowFunctions* window = cadhost::openWindowLibrary(error);
+  return window != nullptr && window->startWindow(error);
 #else
   if (options.window) {
     error = "this cadhost was built without its window (wxWidgets was missing); run with --headless";
@@ -197,9 +191,8 @@ int runCadhost(int argc, char** argv) {
   }
   std::istream& script = file.is_open() ? static_cast<std::istream&>(file) : std::cin;
   if (windowed) {
-#ifdef VIRA_HAVE_WINDOW
-    if (!host::gui::runWindow(options.script ? &script : nullptr, scriptName, error)) return fail(error);
-#endif
+    if (!cadhost::windowLibrary()->runWindow(options.script ? &script : nullptr, scriptName, error))
+      return fail(error);
   } else {
     host::editor::setImmediatePrompts(!file.is_open() && !options.script && isatty(STDIN_FILENO));
     host::headless::ScriptRunner runner(script, scriptName);
