@@ -36,10 +36,15 @@ HostRun CadhostTest::cadhostOn(const fs::path& drawing, const std::string& scrip
   // The user's settings (the language among them) are the test's own.
   const std::string command = "XDG_CONFIG_HOME='" + configHome().string() + "' " + std::string(CADHOST_PATH) + " '" +
                               drawing.string() + "' --module '" + module_ + "' --script '" + scriptFile.string() + "' --save '" +
-                              saved().string() + "' " + extraArguments + " >'" + (dir_ / "out").string() +
-                              "' 2>'" + (dir_ / "err").string() + "'";
+                              saved().string() + "' " + extraArguments;
+  return runCommand(command);
+}
+
+HostRun CadhostTest::runCommand(const std::string& command) {
   HostRun run;
-  const int raw = std::system(command.c_str());
+  const std::string redirected =
+      command + " >'" + (dir_ / "out").string() + "' 2>'" + (dir_ / "err").string() + "'";
+  const int raw = std::system(redirected.c_str());
   run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
   run.out = slurp(dir_ / "out");
   run.err = slurp(dir_ / "err");

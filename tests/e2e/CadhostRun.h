@@ -32,6 +32,8 @@ class CadhostTest : public ::testing::Test {
   HostRun cadhostOn(const fs::path& drawing, const std::string& script, const std::string& extraArguments = "");
   // Runs a script file of examples/.
   HostRun example(const std::string& name, const std::string& extraArguments = "");
+  // Runs a shell command line (a cadhost run), its output going to files of the test's folder.
+  HostRun runCommand(const std::string& command);
 
   fs::path saved() const { return dir_ / "saved.dxf"; }
   // The user's configuration folder of the runs (XDG_CONFIG_HOME), empty until a test writes to it.

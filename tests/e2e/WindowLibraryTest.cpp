@@ -2,9 +2,6 @@
 // toolkit at all, and a window library that is missing or broken must end the run with a message, not a crash.
 #include "CadhostRun.h"
 
-#include <sys/wait.h>
-
-#include <cstdlib>
 #include <fstream>
 
 namespace e2e {
@@ -12,17 +9,10 @@ namespace {
 
 class WindowLibraryTest : public CadhostTest {
  protected:
-  // Runs `cadhost` (a path) with `arguments`, its output going to out/err in the test's folder.
+  // Runs `cadhost` (a path) with `arguments` and the test's own settings.
   HostRun run(const std::string& environment, const fs::path& cadhost, const std::string& arguments) {
-    const std::string command = "XDG_CONFIG_HOME='" + configHome().string() + "' " + environment + " '" +
-                                cadhost.string() + "' " + arguments + " >'" + (dir_ / "out").string() + "' 2>'" +
-                                (dir_ / "err").string() + "'";
-    const int raw = std::system(command.c_str());
-    HostRun result;
-    result.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    result.out = slurp(dir_ / "out");
-    result.err = slurp(dir_ / "err");
-    return result;
+    return runCommand("XDG_CONFIG_HOME='" + configHome().string() + "' " + environment + " '" + cadhost.string() +
+                      "' " + arguments);
   }
 };
 
