@@ -44,37 +44,13 @@ class CadhostTest : public ::testing::Test {
   fs::path dir_;
 };
 
-TEST_F(CadhostTest, RunsAModuleCommandFromAScriptAndSavesTheDrawing) {
-  fs::path saved = dir_ / "saved.dxf";
-  Outcome run = cadhost(VIRA_SOURCE_DIR "/examples/site-plan.dxf --save " + saved.string(),
-                    "# the module's commands by local and global name\n"
-                    "Hallo\n"
-                    "_testpick\n"
-                    "2561210,5634010,251.2\n"
-                    "Abbrechen\n"
-                    "Senden\n"
-                    "_TestPick\n"
-                    "7,8\n");
+// What the module's commands do through the executable is the end-to-end suites' subject; here, the
+// developer's trace reaches standard error only when asked for.
+TEST_F(CadhostTest, TraceLinesOnlyWhenAskedFor) {
+  Outcome run = cadhost("", "Hallo\n");
   EXPECT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(run.out,
-            "Command: Hallo\n"
-            "Hallo Welt 42 narrow\n"
-            "Command: _testpick\n"
-            "Punkt [Abbrechen]: 2561210,5634010,251.2\n"
-            "point 2.56121e+06 5.63401e+06 251.2\n"
-            "Punkt [Abbrechen]: Abbrechen\n"
-            "keyword cancel\n"
-            "result -5005\n"
-            "Command: Senden\n"
-            "Command: _TestHello\n"
-            "Hallo Welt 42 narrow\n"
-            "Command: _TestPick\n"
-            "Punkt [Abbrechen]: 7,8\n"
-            "point 7 8 0\n"
-            "Punkt [Abbrechen]: *Cancel*\n"
-            "result -5002\n");
-  EXPECT_TRUE(fs::exists(saved));
-  EXPECT_EQ(run.err, "") << "trace lines only when asked for";
+  EXPECT_EQ(run.out, "Command: Hallo\nHallo Welt 42 narrow\n");
+  EXPECT_EQ(run.err, "");
 
   run = cadhost("--trace", "Hallo\n");
   EXPECT_EQ(run.status, 0);
