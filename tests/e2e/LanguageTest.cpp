@@ -31,26 +31,19 @@ TEST_F(LanguageTest, TransformationDialogInEnglishAndFrench) {
   setLanguage("ENG");
   HostRun run = cadhost(kOpenAndShow);
   ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(dialogDump(run.out),
-            "dialog 4000 \"Move and Rotate the Whole Drawing\"\n"
-            "-1 static \"Pick points in the drawing and enter the coordinates these points are to be moved to.\"\n"
-            "-1 static \"Current coordinates of drawing point\"\n"
-            "-1 static \"Target coordinates\"\n"
-            "4011 checkbox \"\"\n4005 edit \"\" readonly\n4006 edit \"\"\n"
-            "4012 checkbox \"\"\n4007 edit \"\" readonly\n4008 edit \"\"\n"
-            "4013 checkbox \"\"\n4009 edit \"\" readonly\n4010 edit \"\"\n"
-            "4015 checkbox \"Scale the drawing if the target coordinates give a scale factor.\"\n"
-            "-1 line \"\"\n"
-            "-1 static \"Transformation to be applied:\"\n"
-            "4014 static \"Es ist noch keine Transformation definiert\"\n"
-            "2 button \"Cancel\"\n"
-            "1 button \"OK\" disabled\n");
+  // The library replaces the template's texts; the preview is the module's own and stays German.
+  std::string dump = dialogDump(run.out);
+  EXPECT_EQ(dump.substr(0, dump.find('\n')), "dialog 4000 \"Move and Rotate the Whole Drawing\"");
+  EXPECT_NE(dump.find("-1 static \"Target coordinates\"\n"), std::string::npos) << dump;
+  EXPECT_NE(dump.find("4014 static \"Es ist noch keine Transformation definiert\"\n2 button \"Cancel\"\n"),
+            std::string::npos)
+      << dump;
   EXPECT_EQ(run.out.find("[message]"), std::string::npos) << run.out;
 
   setLanguage("FRA");
   run = cadhost(kOpenAndShow);
   ASSERT_EQ(run.status, 0) << run.err;
-  const std::string dump = dialogDump(run.out);
+  dump = dialogDump(run.out);
   EXPECT_EQ(dump.substr(0, dump.find('\n')), "dialog 4000 \"Déplacer et faire pivoter tout le dessin\"");
   EXPECT_NE(dump.find("-1 static \"Coordonnées cibles\"\n"), std::string::npos) << dump;
   EXPECT_NE(dump.find("2 button \"Annuler\"\n"), std::string::npos) << dump;

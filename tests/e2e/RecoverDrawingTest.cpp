@@ -4,9 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <fstream>
-#include <sys/wait.h>
 
 namespace e2e {
 namespace {
@@ -23,14 +21,7 @@ class RecoverDrawing : public CadhostTest {
   }
 
   HostRun run(const fs::path& drawing, const std::string& arguments) {
-    const std::string command = std::string(CADHOST_PATH) + " '" + drawing.string() + "' --script /dev/null " +
-                                arguments + " >'" + (dir_ / "out").string() + "' 2>'" + (dir_ / "err").string() + "'";
-    HostRun r;
-    const int raw = std::system(command.c_str());
-    r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    r.out = slurp(dir_ / "out");
-    r.err = slurp(dir_ / "err");
-    return r;
+    return runCommand(std::string(CADHOST_PATH) + " '" + drawing.string() + "' --script /dev/null " + arguments);
   }
 };
 

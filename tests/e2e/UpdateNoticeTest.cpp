@@ -3,8 +3,6 @@
 #include "CadhostRun.h"
 #include "../support/LoopbackServer.h"
 
-#include <sys/wait.h>
-
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -28,14 +26,8 @@ class UpdateNoticeTest : public CadhostTest {
     const std::string command = (lingering ? "(cat " + scriptFile + "; sleep 1) | " : std::string()) +
                                 "XDG_CONFIG_HOME='" + configHome().string() + "' XDG_STATE_HOME='" +
                                 (dir_ / "state").string() + "' timeout 30 " + CADHOST_PATH + " --headless --module '" +
-                                VIRA_MODULE_PATH + "' --script " + (lingering ? "-" : scriptFile) + " >'" +
-                                (dir_ / "out").string() + "' 2>'" + (dir_ / "err").string() + "'";
-    HostRun result;
-    const int raw = std::system(command.c_str());
-    result.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    result.out = slurp(dir_ / "out");
-    result.err = slurp(dir_ / "err");
-    return result;
+                                VIRA_MODULE_PATH + "' --script " + (lingering ? "-" : scriptFile);
+    return runCommand(command);
   }
   fs::path browser() const { return dir_ / "browser"; }
   std::string protocol() const { return slurp(dir_ / "state" / "TRELLANOVA 10" / "TomaProtokoll.log"); }
