@@ -31,8 +31,6 @@ TEST(PromptPoint, PointsKeywordsEscapeAndEnterThroughTheHostEditor) {
   KoPoint picked = prompt.PointAsKoPoint();
   EXPECT_EQ(picked.x, 2561210.125);
   EXPECT_EQ(picked.z, 101.25);
-  EXPECT_EQ(picked.number, 0u);
-  EXPECT_EQ(picked.code, 0);
 
   // The local name typed in any case, and the global name with its underscore, both answer by index.
   EXPECT_EQ(prompt.GetPoint(L"\nPunkt", nullptr, &keywords), RTKWORD);

@@ -139,6 +139,10 @@ TEST(UpdateCheckTest, NoticeOpensOnlyWebLinks) {
     notice.m_address = address;
     EXPECT_TRUE(notice.Create(IDD_NEW_VERSION, nullptr));
     EXPECT_EQ(notice.GetDlgItemText(IDC_NEW_VERSION_LINK), address) << "the link shows what the server sent";
+    EXPECT_TRUE(notice.m_link.IsLinkMode() && notice.m_link.IsUnderlined());
+    EXPECT_EQ(notice.m_link.GetTextColor(), 0xFF0000u);
+    ASSERT_NE(notice.m_link.GetHoverCursor(), nullptr);
+    EXPECT_EQ(*notice.m_link.GetHoverCursor(), ui::CursorShape::Hand);
     host::ui::clickButton(*notice.GetDlgItem(IDC_NEW_VERSION_LINK));
     notice.DestroyWindow();
   };
