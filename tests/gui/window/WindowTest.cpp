@@ -11,6 +11,15 @@ namespace {
 
 constexpr std::uint32_t kViewBackground = 0x212830;
 
+// Where the drawing view's background lies in a screenshot.
+Rect viewIn(const Picture& shot) { return boundsOf(shot, kViewBackground, {0, 0, shot.width - 1, shot.height - 1}); }
+
+// A dialog over the view: its face has the colour of the main window's own face, as the status bar at the
+// window's foot shows it.
+Rect dialogIn(const Picture& shot, const Rect& view) {
+  return boundsOf(shot, commonestColour(shot, {0, shot.height - 12, 300, shot.height - 4}), view);
+}
+
 std::string insertAfter(std::string script, const std::string& line, const std::string& added) {
   const std::size_t at = script.find(line + "\n");
   EXPECT_NE(at, std::string::npos) << line;
@@ -35,12 +44,10 @@ TEST_F(WindowTest, TheDemoTransformationGivesTheHeadlessTranscriptAndDrawingAndS
   ASSERT_GT(filled.width, 0);
   ASSERT_EQ(empty.width, filled.width);
   // The drawing view: its background spans the window's upper part; the dialog sits over its middle.
-  const Rect view = boundsOf(filled, kViewBackground, {0, 0, filled.width - 1, filled.height - 1});
+  const Rect view = viewIn(filled);
   ASSERT_FALSE(view.empty());
   const int cx = (view.left + view.right) / 2;
-  // The dialog's face has the colour of the main window's own face, as the status bar at its foot shows it.
-  const std::uint32_t face = commonestColour(filled, {0, filled.height - 12, 300, filled.height - 4});
-  const Rect dialog = boundsOf(filled, face, view);
+  const Rect dialog = dialogIn(filled, view);
   ASSERT_FALSE(dialog.empty());
   ASSERT_LT(dialog.left, cx);
   ASSERT_GT(dialog.right, cx);
@@ -107,10 +114,7 @@ TEST_F(WindowTest, APointCaptureByClicksFillsTheListAsHeadlessAndShowsItsRows) {
   keep(dir_ / "three.png", "capture-dialog.png");
   const Picture none = picture(dir_ / "none.png"), three = picture(dir_ / "three.png");
   ASSERT_GT(three.width, 0);
-  const Rect view = boundsOf(three, kViewBackground, {0, 0, three.width - 1, three.height - 1});
-  // The dialog's face has the colour of the main window's own face, as the status bar at its foot shows it.
-  const std::uint32_t face = commonestColour(three, {0, three.height - 12, 300, three.height - 4});
-  const Rect dialog = boundsOf(three, face, view);
+  const Rect dialog = dialogIn(three, viewIn(three));
   ASSERT_FALSE(dialog.empty());
   const double ux = (dialog.right - dialog.left + 1) / 232.0, uy = (dialog.bottom - dialog.top + 1) / 206.0;
   const Rect rows{dialog.left + static_cast<int>(8 * ux), dialog.top + static_cast<int>(22 * uy),
@@ -129,7 +133,7 @@ TEST_F(WindowTest, TheModulesToolbarButtonsStartItsCommandsAsHeadless) {
   // The bar sits between the menu and the drawing view, its two buttons drawn.
   const Picture shot = picture(dir_ / "bar.png");
   ASSERT_GT(shot.width, 0);
-  const Rect view = boundsOf(shot, kViewBackground, {0, 0, shot.width - 1, shot.height - 1});
+  const Rect view = viewIn(shot);
   EXPECT_GT(darkPixels(shot, {0, view.top - 50, 400, view.top - 2}), 200);
 }
 
@@ -148,7 +152,7 @@ TEST_F(WindowTest, TheViewDrawsTheGeometryWhereItLies) {
   ASSERT_EQ(run.status, 0) << run.err;
   const Picture shot = picture(dir_ / "view.png");
   ASSERT_GT(shot.width, 0);
-  const Rect view = boundsOf(shot, kViewBackground, {0, 0, shot.width - 1, shot.height - 1});
+  const Rect view = viewIn(shot);
   ASSERT_FALSE(view.empty());
   // Zoomed to the extents (100 x 50 units) with a margin, centred.
   const double w = view.right - view.left + 1, h = view.bottom - view.top + 1;
