@@ -16,7 +16,7 @@ bool sameTags(const TagList& a, const TagList& b) {
   return true;
 }
 
-bool sameRecords(const std::vector<Entity>& a, const std::vector<Entity>& b) {
+bool sameRecords(const Children& a, const Children& b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i)
     if (a[i].type != b[i].type || a[i].erased != b[i].erased || !sameTags(a[i].tags, b[i].tags) ||

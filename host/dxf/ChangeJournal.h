@@ -56,7 +56,7 @@ class ChangeJournal {
   struct Saved {
     Entity* record;
     TagList tags;
-    std::vector<Entity> children;
+    Children children;
     bool erased;
   };
   // A record as read from the file, without children: its packed tags, copied into the step's arena, say

@@ -105,22 +105,18 @@ struct Document::Impl {
   unsigned long long highestHandle() const;
 };
 
-// An entity is in paper space when it says so (group 67 = 1) or, from R13 on, when its owner is a paper-space
-// block record. Decided once for the whole section after reading: the spaces are asked for often, and an
-// entity never moves from one to the other.
+// An entity is in paper space when it says so (group 67 = 1, noted by the reader) or, from R13 on, when its
+// owner is a paper-space block record. Decided once for the whole section after reading: the spaces are asked
+// for often, and an entity never moves from one to the other.
 void Document::Impl::markPaperSpace(Version version) {
-  if (!entities) return;
-  const bool byOwner = version >= Version::R13 && !paperOwners.empty();
+  if (!entities || version < Version::R13 || paperOwners.empty()) return;
   for (Entity& e : entities->records) {
-    // The first 67 and the first 330 count, found in one pass over the tags.
-    std::optional<std::string_view> space, owner;
-    for (std::size_t i = 0; i < e.tags.size() && !(space && owner); ++i) {
-      const int code = e.tags.code(i);
-      if (code == 67 && !space) space = trimBlanks(e.tags.text(i));
-      if (code == 330 && !owner) owner = trimBlanks(e.tags.text(i));
-    }
-    e.paperSpace = space == "1" || (byOwner && owner && !owner->empty() &&
-                                    std::find(paperOwners.begin(), paperOwners.end(), *owner) != paperOwners.end());
+    if (e.paperSpace) continue;
+    // The first 330 counts; it stands among the first tags of an entity.
+    const auto owner = e.tags.find(330);
+    if (!owner) continue;
+    const std::string_view handle = trimBlanks(e.tags.text(*owner));
+    e.paperSpace = !handle.empty() && std::find(paperOwners.begin(), paperOwners.end(), handle) != paperOwners.end();
   }
 }
 
@@ -660,7 +656,7 @@ Entity& Document::appendToModelSpace(std::string_view type, TagList tags) {
   std::deque<Entity>& records = impl_->ensureEntities().records;
   impl_->journal.recordAppend(records);
   Entity& e = records.emplace_back();
-  e.type = std::string(type);
+  e.type = type;
   TagList& out = e.tags;
   out.reserve(tags.size() + 4);
   if (handles) out.append(5, handle);

@@ -10,7 +10,7 @@ std::string_view Section::name() const { return trimBlanks(head.value(2)); }
 
 Entity makeRecord(std::string_view type) {
   Entity e;
-  e.type = std::string(type);
+  e.type = type;
   return e;
 }
 
@@ -89,11 +89,19 @@ bool DrawingReader<Reader>::readRecord(Entity& e) {
   const RawTag* t = r_.peek();
   const char* start = t->start;
   const std::size_t skippedBefore = r_.skipped();
-  e.type = std::string(trimBlanks(t->text));
+  e.type = trimBlanks(t->text);
   r_.advance();
   // Collected first so that the record's tag list is allocated once at its exact size.
   scratch_.clear();
+  // Group 67 = 1 puts an entity in paper space; noted here while the tags pass by, since the spaces are
+  // asked for on every walk and a second scan of every entity's tags would cost as much as reading them.
+  bool spaceSeen = false;
+  e.paperSpace = false;
   while ((t = r_.peek()) && t->code != 0) {
+    if (t->code == 67 && !spaceSeen) {
+      spaceSeen = true;
+      e.paperSpace = trimBlanks(t->text) == "1";
+    }
     scratch_.push_back(*t);
     r_.advance();
   }

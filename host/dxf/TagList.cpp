@@ -137,11 +137,13 @@ std::string_view TagList::spelled(const Packed& p) const {
   static_assert(kSlot >= kMaxNumberText);
   // Kept numbers lie at least 8 bytes apart in own_: offset / 8 gives each its own slot.
   const std::uint32_t slots = own_.size() / sizeof(double) + 1;
-  if (spelledSlots_ < slots) {
-    spelled_ = std::make_unique<char[]>(std::size_t{slots} * kSlot);  // zeroed: nothing spelled yet
-    spelledSlots_ = slots;
+  std::uint32_t made = 0;
+  if (spelled_) std::memcpy(&made, spelled_.get(), sizeof made);
+  if (made < slots) {
+    spelled_ = std::make_unique<char[]>(std::size_t{slots + 1} * kSlot);  // zeroed: nothing spelled yet
+    std::memcpy(spelled_.get(), &slots, sizeof slots);
   }
-  char* slot = spelled_.get() + std::size_t{p.offset / sizeof(double)} * kSlot;
+  char* slot = spelled_.get() + std::size_t{p.offset / sizeof(double) + 1} * kSlot;
   if (slot[0] == 0) slot[0] = static_cast<char>(formatInto(numberAt(p), slot + 1));
   return {slot + 1, static_cast<std::size_t>(slot[0])};
 }
@@ -295,7 +297,7 @@ void TagList::insertPacked(std::size_t i, Packed p) {
   // A record read from a file has its tags at their exact count; a transformation adds one or two (an
   // elevation, an extrusion), which must not double the room of every record of the drawing.
   if (tags_.size() == tags_.capacity()) tags_.reserve(tags_.size() + 4);
-  tags_.insert(tags_.begin() + static_cast<std::ptrdiff_t>(i), p);
+  tags_.insert(i, p);
   modified_ = true;
 }
 
@@ -309,13 +311,43 @@ void TagList::restorePristine(const void* packed, std::size_t count, const char*
   base_ = base;
   own_ = TextStore();
   spelled_.reset();
-  spelledSlots_ = 0;
   modified_ = false;
 }
 
 void TagList::erase(std::size_t i) {
-  tags_.erase(tags_.begin() + static_cast<std::ptrdiff_t>(i));
+  tags_.erase(i);
   modified_ = true;
+}
+
+void TagList::PackedTags::reserve(std::size_t n) {
+  if (n <= capacity_) return;
+  if (n > std::numeric_limits<std::uint32_t>::max()) throw std::length_error("too many tags in one record");
+  auto grown = std::make_unique_for_overwrite<Packed[]>(n);
+  if (size_ != 0) std::memcpy(grown.get(), data_.get(), std::size_t{size_} * sizeof(Packed));
+  data_ = std::move(grown);
+  capacity_ = static_cast<std::uint32_t>(n);
+}
+
+void TagList::PackedTags::insert(std::size_t i, Packed p) {
+  if (size_ == capacity_) reserve(capacity_ < 4 ? 4 : std::size_t{capacity_} * 2);
+  std::memmove(data_.get() + i + 1, data_.get() + i, (size_ - i) * sizeof(Packed));
+  data_[i] = p;
+  ++size_;
+}
+
+void TagList::PackedTags::erase(std::size_t i) {
+  std::memmove(data_.get() + i, data_.get() + i + 1, (size_ - i - 1) * sizeof(Packed));
+  --size_;
+}
+
+void TagList::PackedTags::assign(const Packed* first, const Packed* last) {
+  const auto n = static_cast<std::size_t>(last - first);
+  if (n > capacity_) {
+    size_ = 0;
+    reserve(n);
+  }
+  if (n != 0) std::memcpy(data_.get(), first, n * sizeof(Packed));
+  size_ = static_cast<std::uint32_t>(n);
 }
 
 std::string formatCode(int code) {

@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace dxf {
@@ -176,6 +177,50 @@ class TagList {
     std::uint32_t capacity_ = 0;
   };
 
+  // The packed tags in one block: a vector's three words take a fourth of a record's list, and no list
+  // holds more than 4 G tags.
+  class PackedTags {
+   public:
+    PackedTags() = default;
+    PackedTags(const PackedTags& other) { assign(other.begin(), other.end()); }
+    PackedTags(PackedTags&& other) noexcept
+        : data_(std::move(other.data_)), size_(std::exchange(other.size_, 0)), capacity_(std::exchange(other.capacity_, 0)) {}
+    PackedTags& operator=(PackedTags&& other) noexcept {
+      data_ = std::move(other.data_);
+      size_ = std::exchange(other.size_, 0);
+      capacity_ = std::exchange(other.capacity_, 0);
+      return *this;
+    }
+    PackedTags& operator=(const PackedTags&) = delete;
+    ~PackedTags() = default;
+
+    std::size_t size() const { return size_; }
+    std::size_t capacity() const { return capacity_; }
+    bool empty() const { return size_ == 0; }
+    const Packed* data() const { return data_.get(); }
+    const Packed* begin() const { return data_.get(); }
+    const Packed* end() const { return data_.get() + size_; }
+    Packed& operator[](std::size_t i) { return data_[i]; }
+    const Packed& operator[](std::size_t i) const { return data_[i]; }
+    Packed& front() { return data_[0]; }
+    const Packed& front() const { return data_[0]; }
+
+    void reserve(std::size_t n);
+    void push_back(Packed p) {
+      if (size_ == capacity_) reserve(capacity_ < 4 ? 4 : std::size_t{capacity_} * 2);
+      data_[size_++] = p;
+    }
+    void insert(std::size_t i, Packed p);
+    void erase(std::size_t i);
+    void clear() { size_ = 0; }  // keeps the room
+    void assign(const Packed* first, const Packed* last);
+
+   private:
+    std::unique_ptr<Packed[]> data_;
+    std::uint32_t size_ = 0;
+    std::uint32_t capacity_ = 0;
+  };
+
   Packed packOwned(int code, std::string_view text);
   Packed packNumber(int code, double value);
   void insertPacked(std::size_t i, Packed p);
@@ -188,14 +233,14 @@ class TagList {
   double numberAt(const Packed& p) const;
   std::string_view spelled(const Packed& p) const;
 
-  std::vector<Packed> tags_;
+  PackedTags tags_;
   const char* base_ = nullptr;
   TextStore own_;
   // The texts of kept numbers that someone asked for, 32 bytes a slot (the first holding the length, 0
-  // while unspelled), one slot for every 8 bytes of own_; made on first asking. own_ only grows while it
-  // lives, so a spelled slot stays right until own_ is replaced.
+  // while unspelled), one slot for every 8 bytes of own_, after a first slot that holds the number of
+  // slots; made on first asking. own_ only grows while it lives, so a spelled slot stays right until own_
+  // is replaced.
   mutable std::unique_ptr<char[]> spelled_;
-  mutable std::uint32_t spelledSlots_ = 0;
   bool modified_ = false;
 };
 

@@ -68,7 +68,7 @@ TEST(DxfDocument, ReadsLayersHeaderBlocksAndSpaces) {
     const auto model = doc->modelSpace();
     ASSERT_EQ(model.size(), expected.size());
     for (std::size_t i = 0; i < model.size(); ++i) {
-      EXPECT_THAT(expected[i], ::testing::StartsWith(model[i]->type + "|" + std::string(dxf::Document::handleOf(*model[i]))));
+      EXPECT_THAT(expected[i], ::testing::StartsWith(std::string(model[i]->type.view()) + "|" + std::string(dxf::Document::handleOf(*model[i]))));
       EXPECT_THAT(expected[i], HasSubstr("|" + doc->layerOf(*model[i]) + "|"));
     }
     EXPECT_EQ(doc->paperSpace().size(), 1u);

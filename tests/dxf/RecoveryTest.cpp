@@ -90,7 +90,7 @@ TEST(DxfRecovery, WhatStandsOutsideItsPlaceIsMovedThereOrDropped) {
                                      "repeated ENTITIES sections merged into the first: 1"));
   EXPECT_EQ(r.doc->rawHeader("$EXTMIN"), "0.0");
   std::vector<std::string> types;
-  for (const dxf::Entity* e : r.doc->modelSpace()) types.push_back(e->type);
+  for (const dxf::Entity* e : r.doc->modelSpace()) types.emplace_back(e->type.view());
   EXPECT_THAT(types, ElementsAre("LINE", "CIRCLE", "POINT"));
   EXPECT_EQ(r.doc->modelSpace()[1]->value(40), "5.0");
   EXPECT_EQ(r.saved.find("garbage"), std::string::npos);

@@ -27,7 +27,7 @@ inline const char* statusName(TransformStatus s) {
 
 // The entity's tags and children as text.
 inline std::string snapshot(const Entity& e) {
-  std::string s = e.type + "\n";
+  std::string s = std::string(e.type.view()) + "\n";
   for (const Tag& t : e.tags) s.append(std::to_string(t.code)).append(" ").append(t.text).append("\n");
   for (const Entity& c : e.children) s += snapshot(c);
   return s;

@@ -55,7 +55,7 @@ TEST_P(CorpusAgreement, MovesAsAnIndependentTransformationSaysOrStaysAndIsReport
     const TransformStatus s = transformInDrawing(*doc, *e, kTwoPairs);
     statuses << e->type << " " << statusName(s) << "\n";
     if (s != TransformStatus::Ok && snapshot(*e) != before)
-      changedAnyway += e->type + " changed although it answered " + statusName(s) + "\n";
+      changedAnyway += std::string(e->type.view()) + " changed although it answered " + statusName(s) + "\n";
   }
   EXPECT_EQ(changedAnyway, "");
 

@@ -80,10 +80,10 @@ class EzdxfAgreement : public ::testing::Test {
     for (Entity* e : doc->modelSpace()) {
       const std::string before = snapshot(*e);
       const TransformStatus s = transformInDrawing(*doc, *e, m);
-      outcome.byType[e->type].insert(s);
+      outcome.byType[std::string(e->type.view())].insert(s);
       statuses << e->type << " " << statusName(s) << "\n";
       if (s != TransformStatus::Ok && (snapshot(*e) != before || e->modified()))
-        outcome.failures += e->type + " changed although it answered " + statusName(s) + "\n";
+        outcome.failures += std::string(e->type.view()) + " changed although it answered " + statusName(s) + "\n";
     }
     const fs::path result = dir_ / (tag + "-" + source);
     const fs::path statusFile = dir_ / (tag + "-" + std::string(source) + ".status");

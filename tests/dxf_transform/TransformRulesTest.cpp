@@ -25,7 +25,7 @@ class Builder {
  public:
   Entity make(std::string type, const std::vector<std::pair<int, std::string>>& tags) {
     Entity e;
-    e.type = std::move(type);
+    e.type = type;
     for (const auto& [code, text] : tags) e.tags.appendRaw(code, {}, keep(text));
     return e;
   }

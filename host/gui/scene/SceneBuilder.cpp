@@ -89,7 +89,7 @@ class Builder {
 
  private:
   void draw(const dxf::Entity& e, const std::string& layer, Rgb colour, int depth) {
-    const std::string& t = e.type;
+    const std::string_view t = e.type;
     if (t == "LINE") {
       const Vec3 a = point(e, 10), b = point(e, 11);
       out_.path({a, b}, false, Affine{});
