@@ -11,6 +11,7 @@
 #include <regex>
 #include <thread>
 
+#include "../support/ScopedEnv.h"
 #include "CadhostRun.h"
 
 namespace e2e {
@@ -20,26 +21,6 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 const std::string kFileDialog = "[file save] \"Excel (*.csv)|*.csv|Text (*.txt)|*.txt||\" -> ";
-
-// Sets an environment variable for the cadhost runs of one test.
-class ScopedEnv {
- public:
-  ScopedEnv(const char* name, const std::string& value) : name_(name) {
-    if (const char* old = std::getenv(name)) old_ = old;
-    ::setenv(name, value.c_str(), 1);
-  }
-  ~ScopedEnv() {
-    if (old_) {
-      ::setenv(name_, old_->c_str(), 1);
-    } else {
-      ::unsetenv(name_);
-    }
-  }
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
 
 class PointCaptureTest : public CadhostTest {
  protected:

@@ -8,6 +8,7 @@
 #include "support/KoConvert.h"
 #include "tests/hostrt/HostTestSupport.h"
 #include "tests/support/ReadFile.h"
+#include "tests/support/ScopedEnv.h"
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -19,6 +20,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -42,15 +44,11 @@ class LanguageTest : public ::testing::Test {
     const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
     dir_ = fs::temp_directory_path() / ("vira-language-" + std::to_string(::getpid()) + "-" + info->name());
     fs::create_directories(dir_);
-    if (const char* previous = std::getenv("XDG_CONFIG_HOME")) previousConfig_ = previous;
-    ::setenv("XDG_CONFIG_HOME", (dir_ / "config").c_str(), 1);
+    config_.emplace("XDG_CONFIG_HOME", (dir_ / "config").string());
     host::headless::HeadlessUi::instance().reset();
   }
   void TearDown() override {
-    if (previousConfig_.empty())
-      ::unsetenv("XDG_CONFIG_HOME");
-    else
-      ::setenv("XDG_CONFIG_HOME", previousConfig_.c_str(), 1);
+    config_.reset();
     host::headless::HeadlessUi::instance().reset();
     fs::remove_all(dir_);
   }
@@ -61,7 +59,7 @@ class LanguageTest : public ::testing::Test {
   }
 
   fs::path dir_;
-  std::string previousConfig_;
+  std::optional<ScopedEnv> config_;
 };
 
 TEST_F(LanguageTest, TheStoredCodeCountsFromThreeCharacters) {

@@ -7,6 +7,8 @@
 #include "support/KoSettings.h"
 #include "support/KoSocket.h"
 #include "tests/support/LoopbackServer.h"
+#include "tests/support/ReadFile.h"
+#include "tests/support/ScopedEnv.h"
 
 #include <sys/stat.h>
 
@@ -15,7 +17,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <thread>
 
 namespace {
@@ -101,9 +102,7 @@ TEST(UpdateCheckTest, NoticeOpensOnlyWebLinks) {
   const fs::path browser = dir / "browser";
   std::ofstream(browser) << "#!/bin/sh\nprintf '%s|' \"$@\" >> '" << opened.string() << "'\n";
   fs::permissions(browser, fs::perms::owner_all);
-  const char* before = std::getenv("XDG_CONFIG_HOME");
-  const std::string previous = before ? before : "";
-  ::setenv("XDG_CONFIG_HOME", (dir / "config").c_str(), 1);
+  const ScopedEnv config("XDG_CONFIG_HOME", (dir / "config").string());
   KoWriteSetting(kKoPlatformSection, "Browser", "\"" + browser.string() + "\" --new-window");
 
   auto click = [&](const std::wstring& address) {
@@ -127,12 +126,8 @@ TEST(UpdateCheckTest, NoticeOpensOnlyWebLinks) {
   for (int waited = 0; waited < 500 && !fs::exists(opened); ++waited)
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   std::this_thread::sleep_for(std::chrono::milliseconds(100));
-  std::ifstream in(opened);
-  std::stringstream got;
-  got << in.rdbuf();
-  EXPECT_EQ(got.str(), "--new-window|https://example.invalid/dl?v=1.01&x=%s|") << "only the web link was opened";
+  EXPECT_EQ(readFile(opened), "--new-window|https://example.invalid/dl?v=1.01&x=%s|") << "only the web link was opened";
   fs::remove_all(dir);
-  if (before) ::setenv("XDG_CONFIG_HOME", previous.c_str(), 1); else ::unsetenv("XDG_CONFIG_HOME");
 }
 
 }  // namespace

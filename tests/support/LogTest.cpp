@@ -1,5 +1,7 @@
 // The protocol: backlog delivery, levels, the time format, the debugger text and the protocol file.
 #include "support/KoLog.h"
+#include "ReadFile.h"
+#include "ScopedEnv.h"
 
 #include <gtest/gtest.h>
 
@@ -94,7 +96,7 @@ TEST_F(LogTest, DebuggerTextNeverReadsArguments) {
 TEST_F(LogTest, ProtocolFileKeepsLinesOfLevelFourAndBelow) {
   const std::filesystem::path state = std::filesystem::path(::testing::TempDir()) / "log-state";
   std::filesystem::remove_all(state);
-  ::setenv("XDG_STATE_HOME", state.c_str(), 1);
+  const ScopedEnv stateHome("XDG_STATE_HOME", state.string());
   const std::string file = KoTomaProtokollPath();
   EXPECT_EQ(file, (state / "TRELLANOVA 10" / "TomaProtokoll.log").string());
 
@@ -113,12 +115,10 @@ TEST_F(LogTest, ProtocolFileKeepsLinesOfLevelFourAndBelow) {
   Log(1, "after");
   SetMasterLogger(nullptr);
 
-  std::stringstream written;
-  written << std::ifstream(file).rdbuf();
-  EXPECT_TRUE(std::regex_match(written.str(), std::regex(R"(1 : \[\d\d:\d\d:\d\d\] Line: %s%n%s 1\.01\r\n\n)"
+  const std::string written = readFile(file);
+  EXPECT_TRUE(std::regex_match(written, std::regex(R"(1 : \[\d\d:\d\d:\d\d\] Line: %s%n%s 1\.01\r\n\n)"
                                                          R"(4 : \[\d\d:\d\d:\d\d\] UninstallTomaDebugLogger\(\)\n)")))
-      << written.str();
-  ::unsetenv("XDG_STATE_HOME");
+      << written;
 }
 
 TEST_F(LogTest, WritersOnSeveralThreadsAreSerialised) {
