@@ -135,9 +135,32 @@ TEST_F(LayersTest, GetOrCreateFindsCreatesOnceAndIgnoresAnEmptyName) {
             "AutoCAD ERROR: 3 - Acad::eInvalidInput : a<b\n");
 }
 
+// The module's layers in sample drawings and in R12 drawings without the CONTINUOUS linetype: R12 writers
+// often leave the linetype table empty, or write no tables at all; CAD programs still offer CONTINUOUS, and
+// the module's layers ask for it by name.
 TEST_F(LayersTest, ModuleLayersAreSavedWithTheirLinetypeAndColour) {
-  for (const std::string version : {"R12", "R2018"}) {
-    openSample(version);
+  const std::string entities = "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n10\n0.0\n20\n0.0\n30\n0.0\n11\n1.0\n21\n1.0\n"
+                               "31\n0.0\n0\nENDSEC\n0\nEOF\n";
+  const std::string emptyLinetypes = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n"
+                                     "0\nTABLE\n2\nLTYPE\n70\n0\n0\nENDTAB\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n2\n0\n70\n0\n"
+                                     "62\n7\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n" + entities;
+  const std::string sampleLayers = "['0', 'Frozen', 'Locked', 'Off', 'Survey', 'TRELLANOVA_10', 'TRELLANOVA_KoVira']";
+  const std::string ownLayers = "['0', 'TRELLANOVA_10', 'TRELLANOVA_KoVira']";
+  struct Case {
+    std::string name, text, drawing;  // text empty: the sample drawing in that version
+  };
+  for (const Case& c : {Case{"R12", "", "AC1009 True 7 " + sampleLayers}, {"R2018", "", "AC1032 True 7 " + sampleLayers},
+                        {"empty-linetypes", emptyLinetypes, "AC1009 True 1 " + ownLayers},
+                        {"entities-only", entities, "AC1009 True 1 " + ownLayers}}) {
+    SCOPED_TRACE(c.name);
+    if (c.text.empty()) {
+      openSample(c.name);
+    } else {
+      const std::string path = (dir_ / (c.name + ".dxf")).string();
+      std::ofstream(path, std::ios::binary) << c.text;
+      std::string error;
+      ASSERT_TRUE(host::openDrawing(path, error)) << error;
+    }
     TranscriptCapture transcript;
     AcDbObjectId tool, suite;
     // The tool layer through the working drawing's temporary connector, the suite layer in a given one.
@@ -149,59 +172,20 @@ TEST_F(LayersTest, ModuleLayersAreSavedWithTheirLinetypeAndColour) {
               "TRELLANOVA: Create Layer: TRELLANOVA_KoVira\n"
               "TRELLANOVA: Create Layer: TRELLANOVA_10\n");
 
-    std::string saved = save("module-layers-" + version + ".dxf");
+    const std::string saved = save("module-layers-" + c.name + ".dxf");
     expectAuditClean(saved);
-    std::string out = python(R"(
+    EXPECT_EQ(python(R"(
 import sys, ezdxf
 doc = ezdxf.readfile(sys.argv[1])
 for name in ("TRELLANOVA_KoVira", "TRELLANOVA_10"):
     layer = doc.layers.get(name)
     print(name, layer.dxf.color, layer.dxf.linetype.upper(), layer.dxf.flags)
-)",
-                             "'" + saved + "'");
-    EXPECT_EQ(out, "TRELLANOVA_KoVira 6 CONTINUOUS 0\nTRELLANOVA_10 6 CONTINUOUS 0\n") << version;
-    host::closeDrawing();
-  }
-}
-
-TEST_F(LayersTest, R12DrawingsWithoutTheContinuousLinetypeGetItWithTheModuleLayers) {
-  // R12 writers often leave the linetype table empty, or write no tables at all; CAD programs still offer
-  // CONTINUOUS, and the module's layers ask for it by name.
-  const std::string entities = "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n10\n0.0\n20\n0.0\n30\n0.0\n11\n1.0\n21\n1.0\n"
-                               "31\n0.0\n0\nENDSEC\n0\nEOF\n";
-  const std::string emptyLinetypes = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n"
-                                     "0\nTABLE\n2\nLTYPE\n70\n0\n0\nENDTAB\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n2\n0\n70\n0\n"
-                                     "62\n7\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n" + entities;
-  for (const auto& [name, text] : {std::pair<std::string, std::string>{"empty-linetypes", emptyLinetypes},
-                                   {"entities-only", entities}}) {
-    const std::string path = (dir_ / (name + ".dxf")).string();
-    std::ofstream(path, std::ios::binary) << text;
-    std::string error;
-    ASSERT_TRUE(host::openDrawing(path, error)) << error;
-    TranscriptCapture transcript;
-    AcDbObjectId tool, suite;
-    EXPECT_FALSE(AcDbGetToolLayer(tool).isNull()) << name;
-    EXPECT_FALSE(AcDbGetSuiteLayer(suite, db()).isNull()) << name;
-    EXPECT_EQ(transcript.text(),
-              "TRELLANOVA: Create Layer: TRELLANOVA_KoVira\n"
-              "TRELLANOVA: Create Layer: TRELLANOVA_10\n")
-        << name;
-
-    const std::string saved = save(name + "-saved.dxf");
-    expectAuditClean(saved);
-    EXPECT_EQ(python(R"(
-import sys, ezdxf
-doc = ezdxf.readfile(sys.argv[1])
 # (ezdxf adds a Defpoints layer of its own as it reads.)
-print(doc.dxfversion, "CONTINUOUS" in doc.linetypes, sorted(l.dxf.name for l in doc.layers if l.dxf.name != "Defpoints"))
-for name in ("TRELLANOVA_KoVira", "TRELLANOVA_10"):
-    print(name, doc.layers.get(name).dxf.linetype.upper())
-print(len(doc.modelspace()))
+print(doc.dxfversion, "CONTINUOUS" in doc.linetypes, len(doc.modelspace()),
+      sorted(l.dxf.name for l in doc.layers if l.dxf.name != "Defpoints"))
 )",
                      "'" + saved + "'"),
-              "AC1009 True ['0', 'TRELLANOVA_10', 'TRELLANOVA_KoVira']\n"
-              "TRELLANOVA_KoVira CONTINUOUS\nTRELLANOVA_10 CONTINUOUS\n1\n")
-        << name;
+              "TRELLANOVA_KoVira 6 CONTINUOUS 0\nTRELLANOVA_10 6 CONTINUOUS 0\n" + c.drawing + "\n");
     host::closeDrawing();
   }
 }
