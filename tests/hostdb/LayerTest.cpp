@@ -163,15 +163,19 @@ print(len(handles) == len(set(handles)))
 
 namespace {
 
-// What the transformation asks of each entity before it moves it: is its layer frozen, off or locked.
-bool layerHides(AcDbObjectId entityId) {
+AcDbObjectId entityLayer(AcDbObjectId entityId) {
   AcDbEntity* entity = nullptr;
   EXPECT_EQ(acdbOpenAcDbEntity(entity, entityId, AcDb::kForRead), Acad::eOk);
-  if (entity == nullptr) return false;
-  const AcDbObjectId layerId = entity->layerId();
+  if (entity == nullptr) return {};
+  const AcDbObjectId id = entity->layerId();
   entity->close();
+  return id;
+}
+
+// What the transformation asks of each entity before it moves it: is its layer frozen, off or locked.
+bool layerHides(AcDbObjectId entityId) {
   AcDbLayerTableRecord* layer = nullptr;
-  EXPECT_EQ(acdbOpenObject(layer, layerId, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(acdbOpenObject(layer, entityLayer(entityId), AcDb::kForRead), Acad::eOk);
   if (layer == nullptr) return false;
   const bool hides = layer->isFrozen() || layer->isOff() || layer->isLocked();
   layer->close();
@@ -183,15 +187,6 @@ void setLocked(AcDbObjectId layerId, bool locked) {
   ASSERT_EQ(acdbOpenObject(layer, layerId, AcDb::kForWrite), Acad::eOk);
   EXPECT_EQ(layer->setIsLocked(locked), Acad::eOk);
   layer->close();
-}
-
-AcDbObjectId entityLayer(AcDbObjectId entityId) {
-  AcDbEntity* entity = nullptr;
-  EXPECT_EQ(acdbOpenAcDbEntity(entity, entityId, AcDb::kForRead), Acad::eOk);
-  if (entity == nullptr) return {};
-  const AcDbObjectId id = entity->layerId();
-  entity->close();
-  return id;
 }
 
 }  // namespace
