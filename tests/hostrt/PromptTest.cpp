@@ -7,7 +7,7 @@
 #include "sdk/AcFrame.h"
 #include "sdk/ui/CWnd.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 
@@ -15,6 +15,7 @@ namespace {
 
 using hosttest::ScriptedUser;
 using hosttest::TranscriptCapture;
+using ::testing::ElementsAre;
 
 std::wstring lastInput() {
   ACHAR buffer[kAcedInputBufferSize];
@@ -47,11 +48,9 @@ TEST(Keywords, MatchByLocalOrGlobalNameWithOrWithoutUnderscoreIgnoringCase) {
 TEST(InputParsing, PointsAndNumbersRefuseGarbage) {
   double p[3] = {9, 9, 9};
   ASSERT_TRUE(host::editor::parsePoint(L"2561210,5634010.25", p));
-  EXPECT_EQ(p[0], 2561210.0);
-  EXPECT_EQ(p[1], 5634010.25);
-  EXPECT_EQ(p[2], 0.0);
+  EXPECT_THAT(p, ElementsAre(2561210.0, 5634010.25, 0.0));
   ASSERT_TRUE(host::editor::parsePoint(L" -1.5e2 , +3 ,0.125 ", p));
-  EXPECT_EQ(p[0], -150.0);
+  EXPECT_THAT(p, ElementsAre(-150.0, 3.0, 0.125));
   for (const wchar_t* bad : {L"", L"1", L"1,", L",2", L"1,2,3,4", L"1;2", L"1 2", L"nan,1", L"inf,2",
                              L"1e999,0", L"0x10,1", L"1,2x", L"1.2.3,4"})
     EXPECT_FALSE(host::editor::parsePoint(bad, p)) << bad;
@@ -69,17 +68,15 @@ TEST(GetPoint, PointsKeywordsEnterEscapeAndRepromptOnJunk) {
 
   acedInitGet(0, L"Abbrechen _ cancel");
   ASSERT_EQ(acedGetPoint(nullptr, L"\nPunkt [Abbrechen]", p), RTNORM);
-  EXPECT_EQ(p[0], 10.0);
-  EXPECT_EQ(p[1], 20.0);
-  EXPECT_EQ(p[2], 0.0);
+  EXPECT_THAT(p, ElementsAre(10.0, 20.0, 0.0));
   acedInitGet(0, L"Abbrechen _ cancel");
   ASSERT_EQ(acedGetPoint(nullptr, L"\nPunkt [Abbrechen]", p), RTNORM);
-  EXPECT_EQ(p[2], 3.0);
+  EXPECT_THAT(p, ElementsAre(1.0, 2.0, 3.0));
   // Junk is refused and asked again; the keyword that follows answers the same prompt.
   acedInitGet(0, L"Abbrechen _ cancel");
   ASSERT_EQ(acedGetPoint(nullptr, L"\nPunkt [Abbrechen]", p), RTKWORD);
   EXPECT_EQ(lastInput(), L"cancel");
-  EXPECT_EQ(p[2], 3.0) << "a keyword leaves the point alone";
+  EXPECT_THAT(p, ElementsAre(1.0, 2.0, 3.0)) << "a keyword leaves the point alone";
   EXPECT_EQ(acedGetPoint(nullptr, L"\nPunkt", p), RTNONE);
   EXPECT_EQ(acedGetPoint(nullptr, L"\nPunkt", p), RTCAN);
   // Keywords are armed for one prompt only.
@@ -113,10 +110,9 @@ TEST(GetPoint, QueuedInputFromADialogEndsTheRunningPrompt) {
   acDocManager->sendStringToExecute(nullptr, L"8\n");
   EXPECT_EQ(acedGetPoint(nullptr, L"P", p), RTCAN);
   EXPECT_EQ(acedGetPoint(nullptr, L"P", p), RTNORM);
-  EXPECT_EQ(p[1], 6.0);
+  EXPECT_THAT(p, ElementsAre(5.0, 6.0, 0.0));
   EXPECT_EQ(acedGetPoint(nullptr, L"P", p), RTNORM);
-  EXPECT_EQ(p[0], 7.0);
-  EXPECT_EQ(p[1], 8.0);
+  EXPECT_THAT(p, ElementsAre(7.0, 8.0, 0.0));
   EXPECT_EQ(acedGetPoint(nullptr, L"P", p), RTCAN);
 
   // A toolbar button cancels the running prompt by sending Escape to the command-line window.
@@ -180,10 +176,9 @@ TEST(SystemServices, ResultBuffersVariablesAndCoordinateSystems) {
 
   ads_point in = {1, 2, 3}, out = {};
   resbuf wcs, ucs, bad;
-  wcs.restype = ucs.restype = RTSHORT;
+  wcs.restype = ucs.restype = bad.restype = RTSHORT;
   wcs.resval.rint = 0;
   ucs.resval.rint = 1;
-  bad.restype = RTSHORT;
   bad.resval.rint = 7;
   ASSERT_EQ(acedTrans(in, &ucs, &wcs, 0, out), RTNORM);
   EXPECT_EQ(out[2], 3.0);
