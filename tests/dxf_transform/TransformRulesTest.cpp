@@ -86,27 +86,22 @@ TEST(TransformRules, GarbageAnywhereInTheEntityStopsItBeforeAnythingIsWritten) {
   Builder b;
   // The start point is fine; the end point is not a number: the start point must not move either.
   Entity line = b.make("LINE", {{10, "1.0"}, {20, "2.0"}, {30, "0.0"}, {11, "3.0"}, {21, "x4"}, {31, "0.0"}});
-  EXPECT_EQ(transformEntity(line, shift(10, 0, 0)), TransformStatus::InvalidData);
-  EXPECT_FALSE(line.modified());
-
   // A y coordinate that never comes.
   Entity circle = b.make("CIRCLE", {{10, "1.0"}, {40, "2.0"}});
-  EXPECT_EQ(transformEntity(circle, shift(10, 0, 0)), TransformStatus::InvalidData);
-  EXPECT_FALSE(circle.modified());
 
   // A block reference whose second attribute is broken keeps its own insertion point and its first attribute.
   Entity ref = b.make("INSERT", {{66, "1"}, {2, "MARK"}, {10, "5.0"}, {20, "5.0"}, {30, "0.0"}});
   ref.children.push_back(b.make("ATTRIB", {{10, "5.5"}, {20, "5.0"}, {30, "0.0"}, {40, "0.3"}, {1, "17"}}));
   ref.children.push_back(b.make("ATTRIB", {{10, "5.5"}, {20, "nan"}, {30, "0.0"}, {40, "0.3"}, {1, "18"}}));
   ref.children.push_back(b.make("SEQEND", {}));
-  EXPECT_EQ(transformEntity(ref, shift(10, 0, 0)), TransformStatus::InvalidData);
-  EXPECT_FALSE(ref.modified());
 
   // Extended data is part of the entity too.
   Entity point = b.make("POINT", {{10, "1.0"}, {20, "2.0"}, {30, "0.0"}, {1001, "APP"}, {1011, "1.0"}, {1021, "?"},
                                   {1031, "0.0"}});
-  EXPECT_EQ(transformEntity(point, shift(10, 0, 0)), TransformStatus::InvalidData);
-  EXPECT_FALSE(point.modified());
+  for (Entity* e : {&line, &circle, &ref, &point}) {
+    EXPECT_EQ(transformEntity(*e, shift(10, 0, 0)), TransformStatus::InvalidData) << e->type;
+    EXPECT_FALSE(e->modified()) << e->type;
+  }
 }
 
 TEST(TransformRules, SurveyCoordinatesKeepEveryDigit) {
@@ -114,10 +109,7 @@ TEST(TransformRules, SurveyCoordinatesKeepEveryDigit) {
   Entity line = b.make("LINE", {{10, "2561234.567"}, {20, "5634012.345"}, {30, "312.25"}, {11, "2561299.001"},
                                 {21, "5634099.999"}, {31, "0.0"}});
   ASSERT_EQ(transformEntity(line, shift(1000.0, -12.0, 0.5)), TransformStatus::Ok);
-  EXPECT_EQ(text(line, 10), "2562234.567");
-  EXPECT_EQ(text(line, 20), "5634000.345");
-  EXPECT_EQ(text(line, 30), "312.75");
-  EXPECT_EQ(text(line, 21), "5634087.999");
+  EXPECT_EQ(dump(line), "10=2562234.567 20=5634000.345 30=312.75 11=2562299.001 21=5634087.999 31=0.5 ");
 
   // A quarter turn written with exact zeros and ones swaps the coordinates without rounding them.
   Matrix44 quarter = identity();
