@@ -40,16 +40,7 @@ HostRun CadhostTest::cadhostOn(const fs::path& drawing, const std::string& scrip
   return runCommand(command);
 }
 
-HostRun CadhostTest::runCommand(const std::string& command) {
-  HostRun run;
-  const std::string redirected =
-      command + " >'" + (dir_ / "out").string() + "' 2>'" + (dir_ / "err").string() + "'";
-  const int raw = std::system(redirected.c_str());
-  run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  run.out = slurp(dir_ / "out");
-  run.err = slurp(dir_ / "err");
-  return run;
-}
+HostRun CadhostTest::runCommand(const std::string& command) { return runShell(command, dir_); }
 
 void CadhostTest::setLanguage(const std::string& code) {
   fs::create_directories(configHome() / "TRELLANOVA 10");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../support/ReadFile.h"
+#include "../support/ShellRun.h"
 
 #include <gtest/gtest.h>
 
@@ -14,11 +15,8 @@ namespace e2e {
 
 namespace fs = std::filesystem;
 
-struct HostRun {
-  int status = -1;
-  std::string out;  // the transcript
-  std::string err;  // host messages, and debug trace lines with --trace
-};
+// out: the transcript; err: host messages, and debug trace lines with --trace.
+using HostRun = ShellRun;
 
 // A fresh directory per test; runs and their files live in it.
 class CadhostTest : public ::testing::Test {

@@ -1,5 +1,5 @@
 // The cadhost executable from the outside: a script in, the transcript out, the exit status.
-#include "tests/support/ReadFile.h"
+#include "tests/support/ShellRun.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Outcome {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
+using Outcome = ShellRun;
 
 class CadhostTest : public ::testing::Test {
  protected:
@@ -30,15 +26,9 @@ class CadhostTest : public ::testing::Test {
   Outcome cadhost(const std::string& arguments, const std::string& script) {
     fs::path scriptFile = dir_ / "script.txt";
     std::ofstream(scriptFile, std::ios::binary) << script;
-    std::string command = std::string(CADHOST_PATH) + " " + arguments + " --module " TESTMODULE_PATH
-                          " --script " + scriptFile.string() + " >" + (dir_ / "out").string() + " 2>" +
-                          (dir_ / "err").string();
-    Outcome run;
-    int raw = std::system(command.c_str());
-    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    run.out = readFile(dir_ / "out");
-    run.err = readFile(dir_ / "err");
-    return run;
+    return runShell(std::string(CADHOST_PATH) + " " + arguments + " --module " TESTMODULE_PATH " --script " +
+                        scriptFile.string(),
+                    dir_);
   }
 
   fs::path dir_;

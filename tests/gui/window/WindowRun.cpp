@@ -40,13 +40,7 @@ HostRun WindowTest::cadhost(const fs::path& drawing, const std::string& script, 
   command += std::string(CADHOST_PATH) + " '" + drawing.string() + "' --module '" + VIRA_MODULE_PATH +
              "' --script '" + scriptFile.string() + "' " + options;
   if (!save.empty()) command += " --save '" + save.string() + "'";
-  command += " >'" + (dir_ / "out").string() + "' 2>'" + (dir_ / "err").string() + "'";
-  HostRun run;
-  const int raw = std::system(command.c_str());
-  run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  run.out = slurp(dir_ / "out");
-  run.err = slurp(dir_ / "err");
-  return run;
+  return runShell(command, dir_);
 }
 
 void WindowTest::keep(const fs::path& png, const std::string& name) {

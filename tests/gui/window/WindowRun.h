@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../../support/ReadFile.h"
+#include "../../support/ShellRun.h"
 
 #include <gtest/gtest.h>
 
@@ -14,10 +15,7 @@ namespace windowtest {
 
 namespace fs = std::filesystem;
 
-struct HostRun {
-  int status = -1;
-  std::string out, err;
-};
+using HostRun = ShellRun;
 
 // A screenshot as 8-bit RGB pixels.
 struct Picture {

@@ -176,14 +176,11 @@ TEST_F(WindowTest, TheViewDrawsTheGeometryWhereItLies) {
 }
 
 TEST_F(WindowTest, WithoutADisplayTheHostSaysItNeedsOneOrHeadless) {
-  const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY " + std::string(CADHOST_PATH) + " '" +
-                              sitePlan().string() + "' </dev/null >'" + (dir_ / "out").string() + "' 2>'" +
-                              (dir_ / "err").string() + "'";
-  const int raw = std::system(command.c_str());
-  EXPECT_EQ(WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, 1);
-  const std::string err = slurp(dir_ / "err");
-  EXPECT_NE(err.find("needs a display"), std::string::npos) << err;
-  EXPECT_NE(err.find("--headless"), std::string::npos) << err;
+  const HostRun bare = runShell(
+      "env -u DISPLAY -u WAYLAND_DISPLAY " + std::string(CADHOST_PATH) + " '" + sitePlan().string() + "' </dev/null", dir_);
+  EXPECT_EQ(bare.status, 1);
+  EXPECT_NE(bare.err.find("needs a display"), std::string::npos) << bare.err;
+  EXPECT_NE(bare.err.find("--headless"), std::string::npos) << bare.err;
   // A script line that only the window understands says so when run headless.
   const HostRun headless = cadhost(sitePlan(), "@screenshot " + (dir_ / "x.png").string() + "\n", "--headless", {}, false);
   EXPECT_EQ(headless.status, 1);
