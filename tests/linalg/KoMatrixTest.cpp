@@ -3,11 +3,16 @@
 #include "points/KoPoint.h"
 #include "points/KoPointList.h"
 
+#include <gmock/gmock.h>
+
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <string>
 
 namespace {
+
+using ::testing::ElementsAre;
 
 TEST(KoMatrix, ProductsTransposeAndScalars)
 {
@@ -289,8 +294,7 @@ TEST(KoMatrix, HomogeneousPointTransforms)
   const KoMatrix plane = MakeMatrix({{0, -2, 10}, {2, 0, 20}, {0, 0, 1}});
   double x = 1.0, y = 0.0;
   ASSERT_TRUE(plane.TransformPoint(x, y));
-  EXPECT_EQ(x, 10.0);
-  EXPECT_EQ(y, 22.0);
+  EXPECT_THAT((std::array{x, y}), ElementsAre(10.0, 22.0));
 
   KoMatrix space(4, 4);
   space.Identity();
@@ -298,9 +302,7 @@ TEST(KoMatrix, HomogeneousPointTransforms)
   space(4, 4) = 2.0;  // a uniform weight divides every coordinate
   double px = 1.0, py = 2.0, pz = 3.0;
   ASSERT_TRUE(space.TransformPoint(px, py, pz));
-  EXPECT_EQ(px, 3.0);
-  EXPECT_EQ(py, 1.0);
-  EXPECT_EQ(pz, 1.5);
+  EXPECT_THAT((std::array{px, py, pz}), ElementsAre(3.0, 1.0, 1.5));
 
   // A bottom row that gives w = 0 at this point leaves it unchanged.
   KoMatrix vanishing(4, 4);
@@ -309,7 +311,7 @@ TEST(KoMatrix, HomogeneousPointTransforms)
   vanishing(4, 4) = 0.0;
   double vx = 0.0, vy = 4.0, vz = 5.0;
   EXPECT_FALSE(vanishing.TransformPoint(vx, vy, vz));
-  EXPECT_EQ(vy, 4.0);
+  EXPECT_THAT((std::array{vx, vy, vz}), ElementsAre(0.0, 4.0, 5.0));
 
   KoPointList list;
   EXPECT_EQ(space.TransformPoints(nullptr), 0);
@@ -322,8 +324,7 @@ TEST(KoMatrix, HomogeneousPointTransforms)
   // A 3x3 matrix moves a point in its plane and keeps z.
   KoPoint point(3, 1.0, 0.0, 7.0, 0);
   ASSERT_TRUE(plane.TransformPoint(point));
-  EXPECT_EQ(point.y, 22.0);
-  EXPECT_EQ(point.z, 7.0);
+  EXPECT_THAT((std::array{point.x, point.y, point.z}), ElementsAre(10.0, 22.0, 7.0));
 }
 
 }  // namespace
