@@ -14,15 +14,10 @@ constexpr const char* kNoUpdateServer = "[Platform]\nUpdateServer=127.0.0.1:9\n"
 }  // namespace
 
 void CadhostTest::SetUp() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  dir_ = fs::temp_directory_path() / ("vira-e2e-" + std::to_string(::getpid()) + "-" + info->name());
-  fs::create_directories(dir_);
   // The module's update check goes to a port on this machine that nobody listens on.
   fs::create_directories(configHome() / "TRELLANOVA 10");
   std::ofstream(configHome() / "TRELLANOVA 10" / "registry.ini", std::ios::binary) << kNoUpdateServer;
 }
-
-void CadhostTest::TearDown() { fs::remove_all(dir_); }
 
 fs::path CadhostTest::sitePlan() { return fs::path(VIRA_SOURCE_DIR) / "examples" / "site-plan.dxf"; }
 

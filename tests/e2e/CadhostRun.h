@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../support/ReadFile.h"
+#include "../support/ScratchDir.h"
 #include "../support/ShellRun.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +23,6 @@ using HostRun = ShellRun;
 class CadhostTest : public ::testing::Test {
  protected:
   void SetUp() override;
-  void TearDown() override;
 
   // Runs `script` (the text of a script file) on examples/site-plan.dxf and saves the drawing to saved().
   HostRun cadhost(const std::string& script, const std::string& extraArguments = "");
@@ -44,7 +44,7 @@ class CadhostTest : public ::testing::Test {
   // The drawing checker's verdict for `matrix` (row-major): "mapped N kept M" or the mismatches.
   std::string checkDrawing(const std::array<double, 16>& matrix);
 
-  fs::path dir_;
+  ScratchDir dir_{"vira-e2e"};
   std::string module_ = VIRA_MODULE_PATH;  // the module file the runs load
 };
 

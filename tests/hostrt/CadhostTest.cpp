@@ -1,4 +1,5 @@
 // The cadhost executable from the outside: a script in, the transcript out, the exit status.
+#include "tests/support/ScratchDir.h"
 #include "tests/support/ShellRun.h"
 
 #include <gtest/gtest.h>
@@ -17,12 +18,6 @@ using Outcome = ShellRun;
 
 class CadhostTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir_ = fs::temp_directory_path() / ("hostrt-cadhost-" + std::to_string(::getpid()));
-    fs::create_directories(dir_);
-  }
-  void TearDown() override { fs::remove_all(dir_); }
-
   Outcome cadhost(const std::string& arguments, const std::string& script) {
     fs::path scriptFile = dir_ / "script.txt";
     std::ofstream(scriptFile, std::ios::binary) << script;
@@ -31,7 +26,7 @@ class CadhostTest : public ::testing::Test {
                     dir_);
   }
 
-  fs::path dir_;
+  ScratchDir dir_{"hostrt-cadhost"};
 };
 
 // What the module's commands do through the executable is the end-to-end suites' subject; here, the

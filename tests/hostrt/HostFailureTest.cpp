@@ -15,6 +15,7 @@
 #include "sdk/AcEdCommandStack.h"
 #include "sdk/AcRxRegistry.h"
 #include "tests/support/ReadFile.h"
+#include "tests/support/ScratchDir.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -54,12 +55,7 @@ struct Ended {
 
 class HostFailureTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir_ = fs::temp_directory_path() / ("hostrt-failure-" + std::to_string(::getpid()));
-    fs::create_directories(dir_);
-    std::ofstream(dir_ / "script.txt") << "Hallo\n";
-  }
-  void TearDown() override { fs::remove_all(dir_); }
+  void SetUp() override { std::ofstream(dir_ / "script.txt") << "Hallo\n"; }
 
   // Runs cadhost with `args`; `prepare` runs in the child before the host starts (limits, descriptors).
   Ended cadhost(std::vector<std::string> args, const std::function<void()>& prepare = {}) {
@@ -82,7 +78,7 @@ class HostFailureTest : public ::testing::Test {
     return ended;
   }
 
-  fs::path dir_;
+  ScratchDir dir_{"hostrt-failure"};
 };
 
 TEST_F(HostFailureTest, ModuleFilesCutShortOrForeignAreRefusedBeforeTheyAreMapped) {

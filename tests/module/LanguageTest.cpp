@@ -9,6 +9,7 @@
 #include "tests/hostrt/HostTestSupport.h"
 #include "tests/support/ReadFile.h"
 #include "tests/support/ScopedEnv.h"
+#include "tests/support/ScratchDir.h"
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -41,16 +42,12 @@ fs::path builtLibrary(const std::string& code) {
 class LanguageTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    dir_ = fs::temp_directory_path() / ("vira-language-" + std::to_string(::getpid()) + "-" + info->name());
-    fs::create_directories(dir_);
     config_.emplace("XDG_CONFIG_HOME", (dir_ / "config").string());
     host::headless::HeadlessUi::instance().reset();
   }
   void TearDown() override {
     config_.reset();
     host::headless::HeadlessUi::instance().reset();
-    fs::remove_all(dir_);
   }
 
   fs::path write(const std::string& name, const std::string& bytes) {
@@ -58,7 +55,7 @@ class LanguageTest : public ::testing::Test {
     return dir_ / name;
   }
 
-  fs::path dir_;
+  ScratchDir dir_{"vira-language"};
   std::optional<ScopedEnv> config_;
 };
 

@@ -9,6 +9,7 @@
 
 #include "support/KoConvert.h"
 #include "support/KoPlatform.h"
+#include "ScratchDir.h"
 
 namespace {
 
@@ -83,14 +84,8 @@ TEST(Conversions, RandomTextRoundTripsAndSurrogatePairsCombine)
 // A fresh directory below /tmp, removed with everything in it afterwards.
 class TempDir : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        m_dir = std::filesystem::path(testing::TempDir()) / ("kopath" + std::to_string(getpid()));
-        std::filesystem::create_directories(m_dir);
-    }
-    void TearDown() override { std::filesystem::remove_all(m_dir); }
     std::wstring Path(const std::wstring& name) { return KoUtf8ToWide(m_dir.string()) + L"/" + name; }
-    std::filesystem::path m_dir;
+    ScratchDir m_dir{"kopath"};
 };
 
 TEST_F(TempDir, NarrowPathOfAsciiNonAsciiAndMissingFiles)

@@ -1,6 +1,7 @@
 // Version records: read straight from ELF files (this test program carries one), whole or damaged.
 #include "support/KoVersionRecord.h"
 #include "tests/support/ReadFile.h"
+#include "tests/support/ScratchDir.h"
 
 #include <gtest/gtest.h>
 
@@ -19,12 +20,7 @@ using namespace std::string_literals;
 
 class ElfFileTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir_ = std::filesystem::temp_directory_path() / ("ko-version-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir_);
-    self_ = readFile("/proc/self/exe");
-  }
-  void TearDown() override { std::filesystem::remove_all(dir_); }
+  void SetUp() override { self_ = readFile("/proc/self/exe"); }
 
   std::string write(const std::string& name, const std::string& bytes) {
     const std::string path = (dir_ / name).string();
@@ -39,7 +35,7 @@ class ElfFileTest : public ::testing::Test {
     return offset;
   }
 
-  std::filesystem::path dir_;
+  ScratchDir dir_{"ko-version"};
   std::string self_;
 };
 

@@ -9,6 +9,7 @@
 #include "host/headless/TablePdf.h"
 #include "sdk/ui/CListCtrl.h"
 #include "sdk/ui/PrintService.h"
+#include "tests/support/ScratchDir.h"
 #include "UiTestDialog.h"
 
 namespace uitest {
@@ -30,16 +31,7 @@ ui::PrintTable pointTable(int rows) {
 
 class PrintTest : public UiTest {
  protected:
-  void SetUp() override {
-    UiTest::SetUp();
-    dir_ = fs::temp_directory_path() / ("vira-print-" + std::to_string(::getpid()));
-    fs::create_directories(dir_);
-  }
-  void TearDown() override {
-    fs::remove_all(dir_);
-    UiTest::TearDown();
-  }
-  fs::path dir_;
+  ScratchDir dir_{"vira-print"};
 };
 
 // What the pages hold is checked where the module prints a list (the end-to-end capture tests).
@@ -58,7 +50,7 @@ TEST_F(PrintTest, PrintsToTheAnsweredFileAndNothingWhenCancelledOrUnwritable) {
   EXPECT_TRUE(error.empty());
 
   // A folder that is gone, and a path that is a folder: the print fails with a reason and leaves no file.
-  for (const fs::path& target : {dir_ / "weg" / "liste.pdf", dir_}) {
+  for (const fs::path& target : {dir_ / "weg" / "liste.pdf", fs::path(dir_)}) {
     run("@answer print " + target.string());
     ui::PrintResult result = ui::PrintResult::Printed;
     transcriptOf([&] { result = AfxPrintTable(table, error); });

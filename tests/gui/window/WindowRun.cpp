@@ -19,13 +19,6 @@ void WindowTest::SetUp() {
   if (std::system("command -v convert >/dev/null 2>&1") != 0)
     GTEST_SKIP() << "ImageMagick's convert is missing: screenshots cannot be read";
 #endif
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  dir_ = fs::temp_directory_path() / ("vira-window-" + std::to_string(::getpid()) + "-" + info->name());
-  fs::create_directories(dir_);
-}
-
-void WindowTest::TearDown() {
-  if (!dir_.empty()) fs::remove_all(dir_);
 }
 
 fs::path WindowTest::sitePlan() { return fs::path(VIRA_SOURCE_DIR) / "examples" / "site-plan.dxf"; }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../../support/ReadFile.h"
+#include "../../support/ScratchDir.h"
 #include "../../support/ShellRun.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +36,6 @@ struct Rect {
 class WindowTest : public ::testing::Test {
  protected:
   void SetUp() override;
-  void TearDown() override;
 
   // cadhost on `drawing` with `script` and the given options ("--window", "--headless"), under Xvfb when
   // `virtualDisplay`; the drawing is saved to `save` when that is not empty.
@@ -48,7 +48,7 @@ class WindowTest : public ::testing::Test {
 
   static fs::path sitePlan();
   static std::string slurp(const fs::path& file) { return readFile(file); }
-  fs::path dir_;
+  ScratchDir dir_{"vira-window"};
 };
 
 // The smallest rectangle holding every pixel of `colour`; empty when there is none.
