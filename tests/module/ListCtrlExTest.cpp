@@ -8,15 +8,14 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <random>
-#include <sstream>
 
 #include "app/ViraResourceIds.h"
 #include "app/ViraResources.h"
 #include "host/headless/UiHeadless.h"
 #include "host/ui/UserActions.h"
+#include "tests/support/ReadFile.h"
 #include "ui/ListQuickSort.h"
 
 namespace {
@@ -113,11 +112,9 @@ class ListCtrlExTest : public ::testing::Test {
   std::string written(const std::function<bool(const std::wstring&)>& write) {
     const fs::path file = fs::temp_directory_path() / ("vira-list-" + std::to_string(::getpid()) + ".csv");
     EXPECT_TRUE(write(file.wstring()));
-    std::ifstream in(file, std::ios::binary);
-    std::stringstream all;
-    all << in.rdbuf();
+    const std::string bytes = readFile(file);
     fs::remove(file);
-    return all.str();
+    return bytes;
   }
 
   std::optional<GermanLists> german_;

@@ -9,6 +9,7 @@
 #include "tests/support/LoopbackServer.h"
 #include "tests/support/ReadFile.h"
 #include "tests/support/ScopedEnv.h"
+#include "tests/support/ScratchDir.h"
 
 #include <sys/stat.h>
 
@@ -96,8 +97,7 @@ TEST(UpdateCheckTest, HostileServersEndTheExchangeHarmlessly) {
 // The notice's link: its look, and what a click starts. The browser is a script that writes down what it
 // was asked to open.
 TEST(UpdateCheckTest, NoticeOpensOnlyWebLinks) {
-  const fs::path dir = fs::path(::testing::TempDir()) / ("update-link-" + std::to_string(::getpid()));
-  fs::create_directories(dir);
+  const ScratchDir dir("update-link");
   const fs::path opened = dir / "opened";
   const fs::path browser = dir / "browser";
   std::ofstream(browser) << "#!/bin/sh\nprintf '%s|' \"$@\" >> '" << opened.string() << "'\n";
@@ -127,7 +127,6 @@ TEST(UpdateCheckTest, NoticeOpensOnlyWebLinks) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   std::this_thread::sleep_for(std::chrono::milliseconds(100));
   EXPECT_EQ(readFile(opened), "--new-window|https://example.invalid/dl?v=1.01&x=%s|") << "only the web link was opened";
-  fs::remove_all(dir);
 }
 
 }  // namespace

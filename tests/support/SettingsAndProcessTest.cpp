@@ -4,36 +4,25 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 
 #include "support/KoProcess.h"
 #include "support/KoSettings.h"
+#include "ReadFile.h"
+#include "ScopedEnv.h"
+#include "ScratchDir.h"
 
 namespace {
 
 class PrivateHome : public ::testing::Test {
  protected:
-    void SetUp() override
-    {
-        char pattern[] = "/tmp/vira-settings-XXXXXX";
-        dir_ = ::mkdtemp(pattern);
-        ::setenv("XDG_CONFIG_HOME", (dir_ + "/config").c_str(), 1);
-        ::setenv("XDG_STATE_HOME", (dir_ + "/state").c_str(), 1);
-    }
-    void TearDown() override { std::system(("rm -rf '" + dir_ + "'").c_str()); }
-
-    std::string FileText() const
-    {
-        std::ifstream in(KoSettingsFile());
-        std::stringstream s;
-        s << in.rdbuf();
-        return s.str();
-    }
-    std::string dir_;
+    std::string FileText() const { return readFile(KoSettingsFile()); }
+    const ScratchDir home_{"vira-settings"};
+    const std::string dir_ = home_.string();
+    const ScopedEnv config_{"XDG_CONFIG_HOME", dir_ + "/config"};
+    const ScopedEnv state_{"XDG_STATE_HOME", dir_ + "/state"};
 };
 
 TEST_F(PrivateHome, SettingsSurviveOtherSectionsAndKeepTheirPlace)
@@ -76,9 +65,8 @@ TEST(KoProcess, CommandsSplitAtBlanksOutsideQuotes)
 
 TEST(KoProcess, StartsProgramsWithoutAShellAndNamesAMissingOne)
 {
-    char pattern[] = "/tmp/vira-spawn-XXXXXX";
-    const std::string dir = ::mkdtemp(pattern);
-    const std::string marker = dir + "/a;b $(x)";  // would be mangled by any shell
+    const ScratchDir dir("vira-spawn");
+    const std::string marker = dir.string() + "/a;b $(x)";  // would be mangled by any shell
     std::string error;
     ASSERT_TRUE(KoStartProgram({"touch", marker}, error)) << error;
     for (int i = 0; i < 200 && ::access(marker.c_str(), F_OK) != 0; ++i)
@@ -88,7 +76,6 @@ TEST(KoProcess, StartsProgramsWithoutAShellAndNamesAMissingOne)
     EXPECT_FALSE(KoStartProgram({"no-such-program-vira"}, error));
     EXPECT_EQ(error, "no-such-program-vira: program not found");
     EXPECT_FALSE(KoStartProgram({}, error));
-    std::system(("rm -rf '" + dir + "'").c_str());
 }
 
 TEST(KoProcess, ListSeparatorFollowsTheDecimalPointOfTheUsersLocale)
