@@ -127,8 +127,8 @@ TEST(DxfRecovery, TableEntriesWithoutTheirTableAndBadHandlesAreMadeWhole) {
                                    "records with an empty or unreadable handle given a new one: 1"));
   EXPECT_THAT(handles(*doc), ElementsAre("2A", "40", "41"));
   EXPECT_EQ(doc->rawHeader("$HANDSEED"), "42");
-  EXPECT_NE(doc->bytes().find("  0\nTABLE\n  2\nBLOCK_RECORD\n  5\n1\n330\n0\n100\nAcDbSymbolTable\n 70\n1\n  0\nBLOCK_RECORD\n"),
-            std::string::npos);
+  EXPECT_THAT(doc->bytes(),
+              HasSubstr("  0\nTABLE\n  2\nBLOCK_RECORD\n  5\n1\n330\n0\n100\nAcDbSymbolTable\n 70\n1\n  0\nBLOCK_RECORD\n"));
   // A drawing without the damage needs no repair, and recovery says so with an empty list.
   auto sound = dxf::Document::parse(kHeader + "  0\nEOF\n", "sound.dxf", error, &repairs);
   ASSERT_TRUE(sound) << error;

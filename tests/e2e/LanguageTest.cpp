@@ -2,6 +2,8 @@
 // the stored code, and what the user sees when the code or the library is not right.
 #include "CadhostRun.h"
 
+#include <gmock/gmock.h>
+
 #include <fstream>
 
 namespace e2e {
@@ -35,9 +37,8 @@ TEST_F(LanguageTest, TransformationDialogInEnglishAndFrench) {
   std::string dump = dialogDump(run.out);
   EXPECT_EQ(dump.substr(0, dump.find('\n')), "dialog 4000 \"Move and Rotate the Whole Drawing\"");
   EXPECT_NE(dump.find("-1 static \"Target coordinates\"\n"), std::string::npos) << dump;
-  EXPECT_NE(dump.find("4014 static \"Es ist noch keine Transformation definiert\"\n2 button \"Cancel\"\n"),
-            std::string::npos)
-      << dump;
+  EXPECT_THAT(dump, ::testing::HasSubstr("4014 static \"Es ist noch keine Transformation definiert\"\n"
+                                         "2 button \"Cancel\"\n"));
   EXPECT_EQ(run.out.find("[message]"), std::string::npos) << run.out;
 
   setLanguage("FRA");
@@ -81,9 +82,7 @@ TEST_F(LanguageTest, CaptureDialogAndListMenuInEachLanguage) {
     EXPECT_NE(dump.find("\n-1 static \"" + language.label + "\"\n"), std::string::npos) << dump;
     EXPECT_NE(dump.find("\n4002 button \"" + language.save + "\"\n"), std::string::npos) << dump;
     // Nothing is selected yet, so there is nothing to delete.
-    EXPECT_NE(run.out.find("\n[menu] " + language.menu + " disabled -> \"" + language.sort + "\"\n"),
-              std::string::npos)
-        << run.out;
+    EXPECT_THAT(run.out, ::testing::HasSubstr("\n[menu] " + language.menu + " disabled -> \"" + language.sort + "\"\n"));
   }
 }
 

@@ -178,10 +178,9 @@ TEST_F(ListViewTest, DropDownListOverACellReportsTheUsersChoice) {
   EXPECT_EQ(fail("@dialog 900 select 5002 4"), "control 5002 of dialog 900 has no entry 4 (it has 4 entries)");
   EXPECT_EQ(fail("@dialog 900 select 5002 0 1"), "a drop-down list takes one entry: @dialog ID select CTRL ROW");
   // Shown below the list it lies over.
-  const std::string dump = transcriptOf([] { run("@dialog 900 dump"); });
-  EXPECT_NE(dump.find("  row 2 \"P3\" \"-3.5\"\n  5002 combo \"mm\"\n    entries \"µm\" \"mm\" \"cm\" \"m\"\n"),
-            std::string::npos)
-      << dump;
+  EXPECT_THAT(transcriptOf([] { run("@dialog 900 dump"); }),
+              ::testing::HasSubstr("  row 2 \"P3\" \"-3.5\"\n  5002 combo \"mm\"\n"
+                                   "    entries \"µm\" \"mm\" \"cm\" \"m\"\n"));
 }
 
 TEST_F(ListViewTest, ListWithoutOwnerDataKeepsItsOwnTexts) {

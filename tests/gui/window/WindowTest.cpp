@@ -3,6 +3,8 @@
 // where its geometry lies and the dialog's texts where the dialog puts them.
 #include "WindowRun.h"
 
+#include <gmock/gmock.h>
+
 #include <cmath>
 #include <fstream>
 
@@ -105,9 +107,7 @@ TEST_F(WindowTest, APointCaptureByClicksFillsTheListAsHeadlessAndShowsItsRows) {
                                  "--window", {});
   ASSERT_EQ(window.status, 0) << window.err;
   EXPECT_EQ(window.out, headless.out);
-  EXPECT_NE(window.out.find("row 2 \"3\" \"2561288.0000000\" \"5634070.0000000\" \"254.1000000\""),
-            std::string::npos)
-      << window.out;
+  EXPECT_THAT(window.out, ::testing::HasSubstr("row 2 \"3\" \"2561288.0000000\" \"5634070.0000000\" \"254.1000000\""));
   EXPECT_EQ(slurp(dir_ / "punkte.csv"), csv);
 
   // The list (template 232 x 206 dialog units, the list at (7,7)-(225,158)) shows three rows under its header.
@@ -176,8 +176,9 @@ TEST_F(WindowTest, TheViewDrawsTheGeometryWhereItLies) {
 }
 
 TEST_F(WindowTest, WithoutADisplayTheHostSaysItNeedsOneOrHeadless) {
-  const HostRun bare = runShell(
-      "env -u DISPLAY -u WAYLAND_DISPLAY " + std::string(CADHOST_PATH) + " '" + sitePlan().string() + "' </dev/null", dir_);
+  const HostRun bare = runShell("env -u DISPLAY -u WAYLAND_DISPLAY " + std::string(CADHOST_PATH) + " '" +
+                                    sitePlan().string() + "' </dev/null",
+                                dir_);
   EXPECT_EQ(bare.status, 1);
   EXPECT_NE(bare.err.find("needs a display"), std::string::npos) << bare.err;
   EXPECT_NE(bare.err.find("--headless"), std::string::npos) << bare.err;
