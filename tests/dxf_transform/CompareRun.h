@@ -4,13 +4,11 @@
 
 #include "host/dxf/Entity.h"
 #include "host/dxf/Transform.h"
+#include "tests/support/ShellRun.h"
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <sstream>
 #include <string>
-#include <sys/wait.h>
 
 namespace dxf::testing {
 
@@ -44,14 +42,7 @@ inline int compareDrawing(const std::filesystem::path& source, const std::filesy
       << result << " " << statuses;
   for (const auto& row : m.m)
     for (double v : row) cmd << " " << v;
-  cmd << " 2>&1";
-  output.clear();
-  FILE* pipe = popen(cmd.str().c_str(), "r");
-  if (pipe == nullptr) return -1;
-  std::array<char, 4096> buf{};
-  while (std::fgets(buf.data(), buf.size(), pipe) != nullptr) output += buf.data();
-  const int status = pclose(pipe);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return runForOutput(cmd.str() + " 2>&1", output);
 }
 
 }  // namespace dxf::testing

@@ -53,9 +53,8 @@ std::string CadhostTest::checkDrawing(const std::array<double, 16>& matrix) {
   command << VIRA_PYTHON << " '" << E2E_SCRIPTS_DIR << "/check_drawing.py' '" << sitePlan().string() << "' '"
           << saved().string() << "'";
   for (double v : matrix) command << ' ' << v;
-  command << " >'" << (dir_ / "check").string() << "' 2>&1";
-  std::system(command.str().c_str());
-  std::string verdict = slurp(dir_ / "check");
+  std::string verdict;
+  runForOutput(command.str() + " 2>&1", verdict);
   if (!verdict.empty() && verdict.back() == '\n') verdict.pop_back();
   return verdict;
 }

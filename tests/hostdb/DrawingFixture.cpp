@@ -1,5 +1,7 @@
 #include "DrawingFixture.h"
 
+#include "tests/support/ShellRun.h"
+
 #include <cstdio>
 #include <fstream>
 #include <stdexcept>
@@ -18,15 +20,7 @@ std::string DrawingTest::python(const std::string& script, const std::string& ar
   std::ofstream(file) << script;
   std::string command = std::string(VIRA_PYTHON) + " '" + file.string() + "' " + args + " 2>&1";
   std::string out;
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) {
-    ADD_FAILURE() << "cannot run " << command;
-    return out;
-  }
-  char buf[4096];
-  while (std::size_t n = std::fread(buf, 1, sizeof buf, pipe)) out.append(buf, n);
-  int status = pclose(pipe);
-  EXPECT_EQ(status, 0) << "python failed:\n" << out;
+  EXPECT_EQ(runForOutput(command, out), 0) << command << " failed:\n" << out;
   return out;
 }
 
