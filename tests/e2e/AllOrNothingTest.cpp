@@ -2,8 +2,6 @@
 // whole and the run fails without saving; entities that stayed behind are named; U gives the drawing back.
 #include "CadhostRun.h"
 
-#include <gmock/gmock.h>
-
 #include <fstream>
 
 namespace e2e {

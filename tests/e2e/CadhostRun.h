@@ -5,7 +5,7 @@
 #include "../support/ScratchDir.h"
 #include "../support/ShellRun.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <array>
 #include <complex>

@@ -1,6 +1,5 @@
 // ViraPtPick from the surveyor's side: clicks in, named rows in the capture dialog, files out for the
 // spreadsheet and for other survey software, and a drawing that stays as it was.
-#include <gmock/gmock.h>
 #include <locale.h>
 #include <unistd.h>
 

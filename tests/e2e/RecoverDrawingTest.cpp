@@ -2,8 +2,6 @@
 // opens it, lists the repairs, and writes nothing unless the drawing is saved.
 #include "CadhostRun.h"
 
-#include <gmock/gmock.h>
-
 #include <fstream>
 
 namespace e2e {
