@@ -1,8 +1,12 @@
 #include "host/dxf/FileBytes.h"
 
+#include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <mutex>
 #include <new>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -23,31 +27,150 @@ struct Descriptor {
 
 constexpr std::size_t kHugePage = std::size_t{2} << 20;
 
+// The leased mappings, for the lease-break signal to find by descriptor. A fixed table of atomics, since a
+// signal handler may neither lock nor allocate.
+enum SlotState : int { kFree, kClaimed, kLeased, kBreaking };
+struct LeaseSlot {
+  std::atomic<int> state{kFree};
+  std::atomic<bool> privateCopy{false};
+  int fd = -1;
+  char* data = nullptr;
+  std::size_t size = 0;
+  std::size_t length = 0;
+};
+std::array<LeaseSlot, 64> leaseSlots;
+
+// Another program wants to write to or truncate a leased file and waits for us: the bytes become a private
+// copy at the same address (the records point into them), then the lease is given back. The file's pages
+// cannot change before that, as the writer is held until we let go.
+void privatize(LeaseSlot& slot) {
+  if (!slot.privateCopy.load()) {
+    void* copy = ::mmap(nullptr, slot.length, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (copy != MAP_FAILED) {
+      std::memcpy(copy, slot.data, slot.size);
+      if (::mremap(copy, slot.length, slot.length, MREMAP_MAYMOVE | MREMAP_FIXED, slot.data) != MAP_FAILED)
+        slot.privateCopy.store(true);
+      else
+        ::munmap(copy, slot.length);
+    }
+    // Without memory for a copy the lease is kept: the writer waits for the system's lease-break time, the
+    // longest we can hold it off.
+    if (!slot.privateCopy.load()) return;
+  }
+  ::fcntl(slot.fd, F_SETLEASE, F_UNLCK);
+}
+
+void onLeaseBreak(int, siginfo_t* info, void*) {
+  const int savedErrno = errno;
+  for (LeaseSlot& slot : leaseSlots) {
+    int leased = kLeased;
+    if (!slot.state.compare_exchange_strong(leased, kBreaking)) continue;
+    if (slot.fd == info->si_fd) privatize(slot);
+    slot.state.store(kLeased);
+  }
+  errno = savedErrno;
+}
+
+// The signal the system sends when a lease must be broken: a real-time one, which nothing else here uses,
+// with the descriptor in its information. Zero where it cannot be had.
+int leaseSignal() {
+  static const int signal = [] {
+    const int candidate = SIGRTMIN + 5;
+    if (candidate > SIGRTMAX) return 0;
+    struct sigaction old {};
+    if (::sigaction(candidate, nullptr, &old) != 0) return 0;
+    if ((old.sa_flags & SA_SIGINFO) != 0 || old.sa_handler != SIG_DFL) return 0;  // someone else's
+    struct sigaction action {};
+    action.sa_sigaction = onLeaseBreak;
+    action.sa_flags = SA_SIGINFO | SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    return ::sigaction(candidate, &action, nullptr) == 0 ? candidate : 0;
+  }();
+  return signal;
+}
+
+// Maps the whole file under a read lease; nothing where no lease can be had. Takes the descriptor over
+// when it succeeds.
+int mapLeased(int fd, std::size_t size, char*& data, std::size_t& length) {
+  const int signal = leaseSignal();
+  if (signal == 0) return -1;
+  int slotIndex = -1;
+  for (std::size_t i = 0; i < leaseSlots.size() && slotIndex < 0; ++i) {
+    int free = kFree;
+    if (leaseSlots[i].state.compare_exchange_strong(free, kClaimed)) slotIndex = static_cast<int>(i);
+  }
+  if (slotIndex < 0) return -1;
+  LeaseSlot& slot = leaseSlots[static_cast<std::size_t>(slotIndex)];
+  // The lease first: from then on nobody can change the file unnoticed, so the size is read after it.
+  struct stat info {};
+  void* memory = MAP_FAILED;
+  if (::fcntl(fd, F_SETSIG, signal) == 0 && ::fcntl(fd, F_SETLEASE, F_RDLCK) == 0) {
+    if (::fstat(fd, &info) == 0 && static_cast<std::size_t>(info.st_size) == size)
+      memory = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
+    if (memory == MAP_FAILED) ::fcntl(fd, F_SETLEASE, F_UNLCK);
+  }
+  if (memory == MAP_FAILED) {
+    slot.state.store(kFree);
+    return -1;
+  }
+  const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  slot.fd = fd;
+  slot.data = static_cast<char*>(memory);
+  slot.size = size;
+  slot.length = (size + page - 1) / page * page;
+  slot.privateCopy.store(false);
+  slot.state.store(kLeased);
+  data = slot.data;
+  length = slot.length;
+  return slotIndex;
+}
+
 }  // namespace
+
+bool FileBytes::leased() const {
+  return lease_ >= 0 && !leaseSlots[static_cast<std::size_t>(lease_)].privateCopy.load();
+}
+
+void FileBytes::release() {
+  if (lease_ >= 0) {
+    LeaseSlot& slot = leaseSlots[static_cast<std::size_t>(lease_)];
+    // Out of the signal's reach before the mapping goes.
+    for (int leased = kLeased; !slot.state.compare_exchange_weak(leased, kClaimed); leased = kLeased) {
+    }
+    ::munmap(mapped_, length_);
+    ::close(slot.fd);  // which ends the lease
+    slot.fd = -1;
+    slot.state.store(kFree);
+  } else if (mapped_) {
+    ::munmap(mapped_, length_);
+  }
+  mapped_ = nullptr;
+  lease_ = -1;
+}
 
 FileBytes::FileBytes(FileBytes&& other) noexcept
     : text_(std::move(other.text_)),
       mapped_(std::exchange(other.mapped_, nullptr)),
       size_(std::exchange(other.size_, 0)),
-      length_(std::exchange(other.length_, 0)) {}
+      length_(std::exchange(other.length_, 0)),
+      lease_(std::exchange(other.lease_, -1)) {}
 
 FileBytes& FileBytes::operator=(FileBytes&& other) noexcept {
   if (this != &other) {
-    if (mapped_) ::munmap(mapped_, length_);
+    release();
     text_ = std::move(other.text_);
     mapped_ = std::exchange(other.mapped_, nullptr);
     size_ = std::exchange(other.size_, 0);
     length_ = std::exchange(other.length_, 0);
+    lease_ = std::exchange(other.lease_, -1);
   }
   return *this;
 }
 
-FileBytes::~FileBytes() {
-  if (mapped_) ::munmap(mapped_, length_);
-}
+FileBytes::~FileBytes() { release(); }
 
 std::optional<FileBytes> FileBytes::read(const std::filesystem::path& path, std::size_t limit, std::string& error) {
-  const Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+  Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
   if (file.fd < 0) {
     error = std::string("cannot be opened: ") + std::strerror(errno);
     return std::nullopt;
@@ -64,6 +187,14 @@ std::optional<FileBytes> FileBytes::read(const std::filesystem::path& path, std:
   }
   FileBytes bytes;
   if (size == 0) return bytes;
+  if (S_ISREG(info.st_mode)) {
+    bytes.lease_ = mapLeased(file.fd, size, bytes.mapped_, bytes.length_);
+    if (bytes.lease_ >= 0) {
+      file.fd = -1;  // kept open for the lease while the drawing lives
+      bytes.size_ = size;
+      return bytes;
+    }
+  }
   // Whole huge pages, so that the system can back all of it with them.
   bytes.length_ = (size + kHugePage - 1) / kHugePage * kHugePage;
   void* memory = ::mmap(nullptr, bytes.length_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);

@@ -1,11 +1,16 @@
 // A drawing file's bytes in memory, which every record of the drawing points into for as long as it is open.
 //
-// The file is read, not mapped. A mapping would spare one copy, but the drawing keeps pointing into the
-// buffer for hours: a program that truncates the file meanwhile would end the host with SIGBUS at the next
-// save (MAP_PRIVATE does not help: pages not yet copied still come from the file), and one that rewrites
-// the file in place would change the drawing under the store. Catching SIGBUS would need a process-wide
-// signal handler in a library. Reading costs one copy, into memory that is not zero-filled first, in
-// huge pages where the system offers them (a few page faults instead of one per 4 KiB).
+// Where the system allows, the file is mapped under a read lease instead of read: the bytes then come
+// straight from the page cache, without being copied or the memory zero-filled first. The drawing keeps
+// pointing into them for hours, though, and another program may cut the file short (which would end the host
+// with SIGBUS at the next save) or write over it in place (which would change the drawing under the store).
+// The lease makes such a program wait until we are told: on that signal the mapping is replaced, at the same
+// address, by a private copy of the bytes, and the lease is given back. So the drawing never changes, and
+// the other program waits a few milliseconds.
+//
+// Where no lease can be had (a file of another user, a network share, a file someone has open for writing,
+// a signal handler already taken), the file is read into memory of our own as before: in huge pages where
+// the system offers them (a few page faults instead of one per 4 KiB).
 #pragma once
 
 #include <cstddef>
@@ -33,12 +38,18 @@ class FileBytes {
 
   std::string_view view() const { return mapped_ ? std::string_view(mapped_, size_) : std::string_view(text_); }
   std::size_t size() const { return view().size(); }
+  // True while the bytes are the file's own pages under a lease (for tests: false after a private copy was
+  // made, or where the file was read).
+  bool leased() const;
 
  private:
+  void release();
+
   std::string text_;         // bytes handed over in memory
-  char* mapped_ = nullptr;   // or memory of our own (anonymous, page-aligned), holding size_ bytes
+  char* mapped_ = nullptr;   // or a mapping (anonymous, or the file's under a lease), holding size_ bytes
   std::size_t size_ = 0;
   std::size_t length_ = 0;   // of the mapping
+  int lease_ = -1;           // the slot of a leased mapping in the table the lease-break signal reads
 };
 
 }  // namespace dxf

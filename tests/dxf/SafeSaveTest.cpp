@@ -5,6 +5,7 @@
 
 #include "host/dxf/AtomicFile.h"
 #include "host/dxf/Document.h"
+#include "host/dxf/FileBytes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -177,6 +178,31 @@ TEST(SafeSave, AnOpenDrawingOutlivesItsFileBeingCutOrOverwritten) {
   }
   ASSERT_TRUE(doc->save(file, error)) << error;
   EXPECT_EQ(dxftest::readFile(file), original);
+}
+
+// Where the file is mapped, the program that writes over it is another process, held by the lease until
+// the bytes are a private copy; it then writes, and the copy stays as the file was.
+TEST(SafeSave, AMappedDrawingKeepsItsBytesWhenAnotherProcessWritesTheFile) {
+  const fs::path file = dxftest::scratchDir("safe-save-lease") / "plan.dxf";
+  const std::string original = dxftest::readFile(dxftest::corpus().back());
+  dxftest::writeFile(file, original);
+  std::string error;
+  auto bytes = dxf::FileBytes::read(file, std::size_t{1} << 30, error);
+  ASSERT_TRUE(bytes) << error;
+  if (!bytes->leased()) GTEST_SKIP() << "no read lease on this file system";
+  const pid_t writer = ::fork();
+  ASSERT_GE(writer, 0);
+  if (writer == 0) {
+    std::FILE* f = std::fopen(file.c_str(), "w");  // truncates: waits for the lease
+    const bool ok = f && std::fputs("0\nEOF\n", f) >= 0 && std::fclose(f) == 0;
+    ::_exit(ok ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(writer, &status, 0), writer);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  EXPECT_EQ(dxftest::readFile(file), "0\nEOF\n");
+  EXPECT_FALSE(bytes->leased());
+  EXPECT_EQ(bytes->view(), original);
 }
 
 }  // namespace
