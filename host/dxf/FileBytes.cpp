@@ -32,9 +32,10 @@ constexpr std::size_t kHugePage = std::size_t{2} << 20;
 enum SlotState : int { kFree, kClaimed, kLeased, kBreaking };
 struct LeaseSlot {
   std::atomic<int> state{kFree};
+  std::atomic<int> fd{-1};
   std::atomic<bool> privateCopy{false};
-  int fd = -1;
-  char* data = nullptr;
+  std::atomic<bool> lost{false};  // the lease was given back before the file was mapped
+  char* data = nullptr;           // null until the file is mapped
   std::size_t size = 0;
   std::size_t length = 0;
 };
@@ -44,7 +45,11 @@ std::array<LeaseSlot, 64> leaseSlots;
 // copy at the same address (the records point into them), then the lease is given back. The file's pages
 // cannot change before that, as the writer is held until we let go.
 void privatize(LeaseSlot& slot) {
-  if (!slot.privateCopy.load()) {
+  const int fd = slot.fd.load();
+  if (slot.data == nullptr) {
+    // Not mapped yet: the mapping is given up and the file read instead (see mapLeased).
+    slot.lost.store(true);
+  } else if (!slot.privateCopy.load()) {
     void* copy = ::mmap(nullptr, slot.length, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (copy != MAP_FAILED) {
       std::memcpy(copy, slot.data, slot.size);
@@ -57,15 +62,16 @@ void privatize(LeaseSlot& slot) {
     // longest we can hold it off.
     if (!slot.privateCopy.load()) return;
   }
-  ::fcntl(slot.fd, F_SETLEASE, F_UNLCK);
+  ::fcntl(fd, F_SETLEASE, F_UNLCK);
 }
 
 void onLeaseBreak(int, siginfo_t* info, void*) {
   const int savedErrno = errno;
   for (LeaseSlot& slot : leaseSlots) {
+    if (slot.fd.load() != info->si_fd) continue;
     int leased = kLeased;
     if (!slot.state.compare_exchange_strong(leased, kBreaking)) continue;
-    if (slot.fd == info->si_fd) privatize(slot);
+    if (slot.fd.load() == info->si_fd) privatize(slot);
     slot.state.store(kLeased);
   }
   errno = savedErrno;
@@ -89,8 +95,20 @@ int leaseSignal() {
   return signal;
 }
 
-// Maps the whole file under a read lease; nothing where no lease can be had. Takes the descriptor over
-// when it succeeds.
+// Keeps the signal away from a slot while its owner changes it.
+void hold(LeaseSlot& slot) {
+  for (int leased = kLeased; !slot.state.compare_exchange_weak(leased, kClaimed); leased = kLeased) {
+  }
+}
+
+void freeSlot(LeaseSlot& slot) {
+  slot.fd.store(-1);
+  slot.data = nullptr;
+  slot.state.store(kFree);
+}
+
+// Maps the whole file under a read lease; -1 where no lease can be had or it was lost before the mapping
+// stood. Takes the descriptor over when it succeeds.
 int mapLeased(int fd, std::size_t size, char*& data, std::size_t& length) {
   const int signal = leaseSignal();
   if (signal == 0) return -1;
@@ -101,24 +119,30 @@ int mapLeased(int fd, std::size_t size, char*& data, std::size_t& length) {
   }
   if (slotIndex < 0) return -1;
   LeaseSlot& slot = leaseSlots[static_cast<std::size_t>(slotIndex)];
-  // The lease first: from then on nobody can change the file unnoticed, so the size is read after it.
+  // The slot is in the signal's reach before the lease is taken, so that a writer arriving while the file
+  // is being mapped is let go at once; the lease before the size, so that nobody changes the file unnoticed
+  // after it was read.
+  slot.data = nullptr;
+  slot.privateCopy.store(false);
+  slot.lost.store(false);
+  slot.fd.store(fd);
+  slot.state.store(kLeased);
   struct stat info {};
   void* memory = MAP_FAILED;
-  if (::fcntl(fd, F_SETSIG, signal) == 0 && ::fcntl(fd, F_SETLEASE, F_RDLCK) == 0) {
-    if (::fstat(fd, &info) == 0 && static_cast<std::size_t>(info.st_size) == size)
-      memory = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
-    if (memory == MAP_FAILED) ::fcntl(fd, F_SETLEASE, F_UNLCK);
-  }
-  if (memory == MAP_FAILED) {
-    slot.state.store(kFree);
+  if (::fcntl(fd, F_SETSIG, signal) == 0 && ::fcntl(fd, F_SETLEASE, F_RDLCK) == 0 && ::fstat(fd, &info) == 0 &&
+      static_cast<std::size_t>(info.st_size) == size)
+    memory = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
+  hold(slot);
+  if (memory == MAP_FAILED || slot.lost.load()) {
+    if (memory != MAP_FAILED) ::munmap(memory, size);
+    ::fcntl(fd, F_SETLEASE, F_UNLCK);
+    freeSlot(slot);
     return -1;
   }
   const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-  slot.fd = fd;
   slot.data = static_cast<char*>(memory);
   slot.size = size;
   slot.length = (size + page - 1) / page * page;
-  slot.privateCopy.store(false);
   slot.state.store(kLeased);
   data = slot.data;
   length = slot.length;
@@ -134,13 +158,10 @@ bool FileBytes::leased() const {
 void FileBytes::release() {
   if (lease_ >= 0) {
     LeaseSlot& slot = leaseSlots[static_cast<std::size_t>(lease_)];
-    // Out of the signal's reach before the mapping goes.
-    for (int leased = kLeased; !slot.state.compare_exchange_weak(leased, kClaimed); leased = kLeased) {
-    }
+    hold(slot);  // out of the signal's reach before the mapping goes
     ::munmap(mapped_, length_);
-    ::close(slot.fd);  // which ends the lease
-    slot.fd = -1;
-    slot.state.store(kFree);
+    ::close(slot.fd.load());  // which ends the lease
+    freeSlot(slot);
   } else if (mapped_) {
     ::munmap(mapped_, length_);
   }
