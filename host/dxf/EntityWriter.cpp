@@ -86,7 +86,7 @@ void writeOwnTags(Sink& out, const Entity& e, const TagStyle& style) {
     const std::string_view bytes = tags.fileBytes(i);
     if (bytes.empty()) return bytes;
     const std::size_t codeLength = tags.codeText(i).size();
-    if (bytes.size() != codeLength + eol.size() + tags.text(i).size() || bytes.substr(codeLength, eol.size()) != eol)
+    if (bytes.size() != codeLength + eol.size() + tags.text(i).size() || !sameShortText(bytes.substr(codeLength, eol.size()), eol))
       return std::string_view{};
     return bytes;
   };
@@ -97,7 +97,7 @@ void writeOwnTags(Sink& out, const Entity& e, const TagStyle& style) {
       for (++i; i < n; ++i) {
         const std::string_view next = asWritten(i);
         if (next.empty() || next.data() - end != static_cast<std::ptrdiff_t>(eol.size()) ||
-            std::string_view(end, eol.size()) != eol)
+            !sameShortText(std::string_view(end, eol.size()), eol))
           break;
         end = next.data() + next.size();
       }

@@ -22,7 +22,9 @@ class RecordType {
   operator std::string_view() const { return text_; }  // NOLINT
   bool empty() const { return text_.empty(); }
 
-  friend bool operator==(const RecordType& a, const RecordType& b) { return a.text_.data() == b.text_.data(); }
+  // By text, not by address: a program that holds the store twice (statically and in a shared library) keeps
+  // two sets of texts.
+  friend bool operator==(const RecordType& a, const RecordType& b) { return a.text_ == b.text_; }
   friend bool operator==(const RecordType& a, std::string_view b) { return a.text_ == b; }
   friend bool operator==(const RecordType& a, const char* b) { return a.text_ == std::string_view(b); }
   friend std::ostream& operator<<(std::ostream& out, const RecordType& type) { return out << type.text_; }

@@ -273,7 +273,7 @@ void TagList::replaceValue(std::size_t i, const Pack& packValue) {
   const std::string_view code = codeText(i);
   const int c = this->code(i);
   Packed fresh{};
-  if (!code.empty() && code == standardCode(c)) {
+  if (!code.empty() && sameShortText(code, standardCode(c))) {
     fresh = packValue(c);
     fresh.bits |= kStandardCode << 29;
   } else if (!code.empty() && code.size() <= kMaxCodeLength && c >= 0 && c < kWideCode) {

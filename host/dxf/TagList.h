@@ -265,6 +265,15 @@ inline std::string_view trimBlanks(std::string_view s) {
   return s;
 }
 
+// Equality of the short texts compared for every tag (code lines, line endings), done in place: a call into
+// the library's comparison costs more than the few bytes compared.
+inline bool sameShortText(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (a[i] != b[i]) return false;
+  return true;
+}
+
 // Reads a DXF number: blanks around it are allowed, anything else is not.
 std::optional<double> parseNumber(std::string_view text);
 std::optional<long long> parseInteger(std::string_view text);
