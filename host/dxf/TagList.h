@@ -177,8 +177,8 @@ class TagList {
     std::uint32_t capacity_ = 0;
   };
 
-  // The packed tags in one block: a vector's three words take a fourth of a record's list, and no list
-  // holds more than 4 G tags.
+  // The packed tags in one block, counted in 32 bits: two words instead of a vector's three, in each of a
+  // drawing's millions of records (no record holds 4 G tags).
   class PackedTags {
    public:
     PackedTags() = default;
