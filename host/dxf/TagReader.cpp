@@ -77,8 +77,9 @@ std::optional<std::string> refuseFormat(std::string_view bytes) {
 
 TagReader::TagReader(std::string_view buffer, std::size_t from, RepairLog* repairs)
     : buffer_(buffer), pos_(from), repairs_(repairs) {
-  // Text has no NUL bytes; finding the first once spares a search in every line.
-  const void* nul = std::memchr(buffer.data(), '\0', buffer.size());
+  // Text has no NUL bytes; finding the first once spares a search in every line. It is looked for from where
+  // reading starts: one before would hide every later one (see nextLine).
+  const void* nul = from < buffer.size() ? std::memchr(buffer.data() + from, '\0', buffer.size() - from) : nullptr;
   firstNul_ = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - buffer.data()) : buffer.size();
 }
 
@@ -122,16 +123,20 @@ TagReader::Line TagReader::nextLine(std::string_view& out) {
   if (length > 0 && begin[length - 1] == '\r') --length;
   out = {begin, length};
   const std::size_t number = line_++;
+  // The first NUL byte not yet passed never lies before this line. One in it moves on to the next, whatever
+  // else is wrong with the line: recovery skips a long line too, and the next NUL must still be seen.
+  const bool holdsNul = firstNul_ < pos_;
+  if (holdsNul) {
+    const void* nul = pos_ < buffer_.size() ? std::memchr(buffer_.data() + pos_, '\0', buffer_.size() - pos_) : nullptr;
+    firstNul_ = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - buffer_.data()) : buffer_.size();
+  }
   if (length > kMaxLineLength) {
     if (!repairs_) fail(number, "the line is longer than " + std::to_string(kMaxLineLength) + " bytes");
     return Line::Bad;
   }
-  if (firstNul_ >= static_cast<std::size_t>(begin - buffer_.data()) && firstNul_ < pos_) {
+  if (holdsNul) {
     if (!repairs_) fail(number, "the line holds a NUL byte; this is not a text DXF file");
-    // Recovery reads on: the next NUL byte marks the next line to skip.
-    const void* nul = pos_ < buffer_.size() ? std::memchr(buffer_.data() + pos_, '\0', buffer_.size() - pos_) : nullptr;
-    firstNul_ = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - buffer_.data()) : buffer_.size();
-    return Line::Bad;
+    return Line::Bad;  // recovery reads on
   }
   return Line::Ok;
 }

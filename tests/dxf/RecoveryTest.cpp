@@ -101,6 +101,11 @@ TEST(DxfRecovery, WhatStandsOutsideItsPlaceIsMovedThereOrDropped) {
   r = recover(nuls);
   EXPECT_THAT(r.repairs, ElementsAre("tags with an unreadable value dropped: 2"));
   EXPECT_EQ(r.saved.find('\0'), std::string::npos);
+  // The same after a line that is too long as well as holding one.
+  const std::string longNul = kHeader + "  0\nSECTION\n  2\nENTITIES\n" + kLine + " 40\n" + std::string(9000, 'x') +
+                              std::string("\0\n", 2) + kPoint + std::string("999\nnul\0here\n", 14) + "  0\nENDSEC\n  0\nEOF\n";
+  r = recover(longNul);
+  EXPECT_EQ(r.saved.find('\0'), std::string::npos);
   // A second section of a kind is refused as it stands: a reader would see only the first.
   const std::string twice = kHeader + "  0\nSECTION\n  2\nENTITIES\n" + kLine + "  0\nENDSEC\n"
                             "  0\nSECTION\n  2\nENTITIES\n" + kPoint + "  0\nENDSEC\n  0\nEOF\n";
